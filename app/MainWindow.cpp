@@ -1,0 +1,432 @@
+#include "MainWindow.h"
+
+#include "AnswerRules.h"
+#include "AppLog.h"
+#include "AppPaths.h"
+#include "BusyWait.h"
+#include "CanReceive.h"
+#include "ChannelListenInterface.h"
+#include "LinkLog.h"
+#include "MDlg.h"
+#include "Messages.h"
+#include "ModelInterface.h"
+#include "ModelPages.h"
+#include "SerialLink.h"
+#include "SettingPage.h"
+#include "StartupRules.h"
+#include "ui_MainWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QScreen>
+#include <QUrl>
+
+namespace {
+MainWindow *g_mainWindow = nullptr;
+
+// The website link of the form carries no address of its own.
+const char kWebsite[] = "https://quillmark.example/";
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(new Ui::MainWindow)
+{
+    Q_INIT_RESOURCE(icons);
+    registerCodeIdMetaType();
+    ui->setupUi(this);
+    g_mainWindow = this;
+    m_connectingScreen = ui->centralwidget;
+    // The radio module management window arrives with the radio module
+    // windows; until then its button stays out of sight.
+    ui->pushButton->hide();
+
+    setWindowTitle(QStringLiteral("Brenvo-remote controller 1.5.0"));
+    m_configDir = AppPaths::file(QStringLiteral("/config/"));
+    applyStyleSheet();
+    m_modelIds = QStringList { QStringLiteral("ALDER"), QStringLiteral("BIRCH"), QStringLiteral("CEDAR"),
+                               QStringLiteral("LARCH"), QStringLiteral("MAPLE"), QStringLiteral("ROWAN"),
+                               QStringLiteral("WILLO") };
+
+    m_link = new SerialLink(this);
+    connect(m_link, &SerialLink::readyRead, this, &MainWindow::slot_readyRead);
+    m_link->openFromFile(AppPaths::file(QStringLiteral("/config/port.xml")), this);
+
+    placeWindow();
+
+    // The unit needs a moment after the port opens before it answers.
+    busyWait(kStartupDelayMs);
+    if (m_link->isOpen())
+        m_link->run(Sequences::identifyUnit());
+}
+
+MainWindow::~MainWindow()
+{
+    // temp/ holds the website panel's downloads of this run.
+    QDir(AppPaths::file(QStringLiteral("/temp"))).removeRecursively();
+    delete m_canReceive;
+    if (g_mainWindow == this)
+        g_mainWindow = nullptr;
+    delete ui;
+}
+
+MainWindow *MainWindow::instance()
+{
+    return g_mainWindow;
+}
+
+ModelInterface *MainWindow::modelPage(int model) const
+{
+    return model >= 0 && model < int(m_modelPages.size()) ? m_modelPages[size_t(model)] : nullptr;
+}
+
+void MainWindow::applyStyleSheet()
+{
+    m_previousStyleSheet = styleSheet();
+    QFile file(AppPaths::file(QStringLiteral("/config/StyleSheets.qss")));
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    QByteArray sheet = file.readAll();
+    const int nul = sheet.indexOf('\0');
+    if (nul >= 0)
+        sheet.truncate(nul);
+    m_styleSheet = QString::fromUtf8(sheet);
+    setStyleSheet(m_styleSheet);
+}
+
+void MainWindow::placeWindow()
+{
+    QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    const StartupRules::Placement placement
+        = StartupRules::placeWindow(screen ? screen->availableGeometry() : QRect());
+    if (placement.maximise)
+        setWindowState(windowState() | Qt::WindowMaximized);
+    else
+        setGeometry(placement.geometry);
+    ui->centralwidget->setMinimumHeight(height() - 40);
+}
+
+// ---------------------------------------------------------------- answers
+
+void MainWindow::slot_readyRead()
+{
+    m_link->receive([this](quint8 code, const QByteArray &payload) { handleFrame(code, payload); });
+}
+
+void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
+{
+    const Answer answer = interpretAnswer(code, payload);
+    if (!answer.failureText.isEmpty())
+        qCDebug(lcLink).noquote() << answer.failureText;
+    if (answer.moduleAnswer) {
+        if (answer.moduleKind >= 0)
+            m_data.m_module = answer.moduleKind;
+        qCDebug(lcApp).noquote() << QStringLiteral("m_data.m_module = ") + QString::number(m_data.m_module);
+    }
+    if (answer.showCanWindow) {
+        if (!m_canReceive)
+            m_canReceive = new canReceive();
+        m_canReceive->show();
+        if (answer.canWindowGetsData)
+            m_canReceive->addFrame(answer.data);
+    }
+    if (answer.emits)
+        Q_EMIT signal_information(answer.codeId, answer.data);
+    if (answer.identify)
+        identify(answer.identifier);
+}
+
+void MainWindow::identify(const QString &identifier)
+{
+    m_modelId = identifier;
+    qCDebug(lcApp).noquote() << identifier;
+    const int model = m_modelIds.indexOf(identifier);
+    if (model < 0)
+        return;
+
+    // A repeated identification builds fresh pages; the earlier ones go.
+    if (ModelInterface *old = m_modelPages[size_t(model)])
+        old->deleteLater();
+    if (m_hub) {
+        m_hub->deleteLater();
+        m_hub = nullptr;
+    }
+
+    m_modelIndex = model;
+    ModelInterface *page = createModelPage(model, this);
+    m_modelPages[size_t(model)] = page;
+    connect(page, &ModelInterface::signal_startupCalibration, this, &MainWindow::slot_startupCalibration);
+    connect(page, &ModelInterface::signal_finishCalibration, this, &MainWindow::slot_finishCalibration);
+    connect(page, &ModelInterface::signal_closeEvent, this, &MainWindow::slot_closeEvent);
+    connect(this, &MainWindow::signal_information, page, &ModelInterface::slot_information);
+    setCentral(page);
+
+    m_link->run(Sequences::startModelPageUpload());
+    createHub();
+}
+
+void MainWindow::createHub()
+{
+    m_hub = new ChannelListenInterface(m_modelIndex, this);
+    m_hub->hide();
+
+    const std::array<void (MainWindow::*)(), 7> menuSlots {
+        &MainWindow::slot_sbus1Config,   &MainWindow::slot_sbus2Config,          &MainWindow::slot_channelHold,
+        &MainWindow::slot_buttonSetting, &MainWindow::slot_comprehensiveSetting, &MainWindow::slot_rfRadioConfig,
+        &MainWindow::slot_customConfig,
+    };
+    for (int section = 0; section < SectionCount; ++section)
+        connect(m_hub->menuButton(section), &QPushButton::clicked, this, menuSlots[size_t(section)]);
+
+    using Action = ChannelListenInterface::Action;
+    connect(m_hub->actionButton(Action::WriteData), &QPushButton::clicked, this, &MainWindow::slot_saveData);
+    connect(m_hub->actionButton(Action::ReadData), &QPushButton::clicked, this, &MainWindow::slot_readData);
+    connect(m_hub->actionButton(Action::SaveFile), &QPushButton::clicked, this, &MainWindow::slot_saveConfigFile);
+    connect(m_hub->actionButton(Action::LoadFile), &QPushButton::clicked, this, &MainWindow::slot_loadConfigFile);
+    connect(m_hub->actionButton(Action::FactoryReset), &QPushButton::clicked, this,
+            &MainWindow::slot_restoreFactory);
+    connect(m_hub, &ChannelListenInterface::signal_closeEvent, this, &MainWindow::slot_closeEvent);
+
+    // The hub connects the pages it creates only for some sections; the four
+    // main setting pages hear the unit through the main window.
+    for (int section : { SectionSbus1, SectionChannelHold, SectionButtons, SectionComprehensive }) {
+        if (SettingPage *page = m_hub->page(section))
+            connect(this, &MainWindow::signal_information, page, &SettingPage::slot_information);
+    }
+}
+
+// ---------------------------------------------------------------- pages
+
+void MainWindow::setCentral(QWidget *page)
+{
+    if (QWidget *current = centralWidget()) {
+        if (current == page)
+            return;
+        takeCentralWidget();
+        current->setParent(this);
+        current->hide();
+    }
+    setCentralWidget(page);
+    page->show();
+}
+
+void MainWindow::showHub()
+{
+    if (!m_hub)
+        return;
+    setCentral(m_hub);
+    m_link->run(Sequences::showHub());
+}
+
+void MainWindow::showModelPage()
+{
+    if (ModelInterface *page = modelPage(m_modelIndex))
+        setCentral(page);
+}
+
+int MainWindow::currentSection() const
+{
+    return m_hub ? m_hub->currentSection() : -1;
+}
+
+bool MainWindow::confirm(const QString &title, const QString &text)
+{
+    MDlg dialog(this, true);
+    dialog.setWindowTitle(title);
+    dialog.setStyleSheet(m_styleSheet);
+    dialog.setText(text);
+    connect(&dialog, &MDlg::signal_dialog, this, &MainWindow::slot_dialog);
+    Messages::exec(&dialog);
+    const bool confirmed = m_confirmed;
+    m_confirmed = false;
+    return confirmed;
+}
+
+void MainWindow::slot_dialog(bool state)
+{
+    m_confirmed = state;
+}
+
+// ---------------------------------------------------------------- sequences
+
+void MainWindow::slot_startupCalibration()
+{
+    m_link->run(Sequences::startCalibration());
+}
+
+void MainWindow::slot_finishCalibration()
+{
+    m_link->run(Sequences::finishCalibration());
+}
+
+void MainWindow::slot_sbus1Config()
+{
+    m_link->run(Sequences::menu(SectionSbus1));
+}
+
+void MainWindow::slot_sbus2Config()
+{
+    m_link->run(Sequences::menu(SectionSbus2));
+}
+
+void MainWindow::slot_channelHold()
+{
+    m_link->run(Sequences::menu(SectionChannelHold));
+}
+
+void MainWindow::slot_buttonSetting()
+{
+    m_link->run(Sequences::menu(SectionButtons));
+}
+
+void MainWindow::slot_comprehensiveSetting()
+{
+    m_link->run(Sequences::menu(SectionComprehensive));
+}
+
+void MainWindow::slot_rfRadioConfig()
+{
+    m_link->run(Sequences::menu(SectionRadioModule));
+}
+
+void MainWindow::slot_customConfig()
+{
+    m_link->run(Sequences::menu(SectionCustomOutput));
+}
+
+void MainWindow::slot_readData()
+{
+    if (!m_hub)
+        return;
+    m_hub->setPageAreaEnabled(false);
+    m_link->run(Sequences::readGroup(currentSection()));
+    m_hub->setPageAreaEnabled(true);
+}
+
+void MainWindow::slot_saveData()
+{
+    if (!m_hub)
+        return;
+    m_hub->setPageAreaEnabled(false);
+    if (confirm(tr("写入数据"), tr("确认要写入数据吗!"))) {
+        const int section = currentSection();
+        SettingPage *page = m_hub->page(section);
+        const QList<QByteArray> payloads = page ? page->collectPayloads() : QList<QByteArray>();
+        const std::optional<RequestPlan> plan
+            = Sequences::writeSection(section, payloads, m_data.CANFrameCnt, m_data.canFrames.size());
+        if (plan) {
+            MDlg *notice = nullptr;
+            if (section == SectionCustomOutput) {
+                notice = new MDlg(this, false);
+                notice->setStyleSheet(m_styleSheet);
+                notice->setText(tr("正在写入中..."));
+                notice->show();
+            }
+            m_link->run(*plan);
+            delete notice;
+        }
+    }
+    m_hub->setPageAreaEnabled(true);
+}
+
+void MainWindow::writeAll()
+{
+    auto *notice = new MDlg(this, false);
+    notice->setStyleSheet(m_styleSheet);
+    notice->setText(tr("写入中..."));
+    notice->show();
+
+    AllPayloads all;
+    all.moduleKind = m_data.m_module;
+    all.canFrames = m_data.canFrames.size();
+    if (m_hub) {
+        auto fromPage = [this](int section) {
+            SettingPage *page = m_hub->page(section);
+            return page ? page->payloadsFromRecord() : QList<QByteArray>();
+        };
+        // The SBUS page hands over both ports: port 1's two payloads, then port 2's.
+        const QList<QByteArray> sbus = fromPage(SectionSbus1);
+        if (sbus.size() == 2 * kSbusPayloads) {
+            all.sbus[0] = sbus.mid(0, kSbusPayloads);
+            all.sbus[1] = sbus.mid(kSbusPayloads);
+        }
+        all.channelHold = fromPage(SectionChannelHold);
+        all.buttons = fromPage(SectionButtons);
+        all.comprehensive = fromPage(SectionComprehensive);
+        all.radioModule = fromPage(SectionRadioModule);
+        all.customOutput = fromPage(SectionCustomOutput);
+    }
+    m_link->run(Sequences::writeAll(all));
+    notice->deleteLater();
+}
+
+void MainWindow::slot_saveConfigFile()
+{
+    // Saving the parameter file comes with the parameter file itself; the hub
+    // keeps its button disabled until then.
+}
+
+void MainWindow::slot_loadConfigFile()
+{
+    // Loading a parameter file comes with the parameter file itself; the hub
+    // keeps its button disabled until then.
+}
+
+void MainWindow::slot_restoreFactory()
+{
+    if (!confirm(tr("恢复出厂设置"), tr("确认要恢复出厂设置吗！")))
+        return;
+    m_link->run(Sequences::factoryReset(currentSection()));
+}
+
+void MainWindow::slot_closeEvent()
+{
+    if (m_closing)
+        return;
+    m_closing = true;
+    m_link->run(Sequences::closing());
+    QApplication::quit();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    slot_closeEvent();
+    event->accept();
+}
+
+void MainWindow::slot_moduleGroundReset()
+{
+    m_link->run(Sequences::moduleGroundReset());
+}
+
+void MainWindow::slot_moduleAirReset()
+{
+    m_link->run(Sequences::moduleAirReset());
+}
+
+void MainWindow::slot_searchDevices()
+{
+    m_link->run(Sequences::searchDevices());
+}
+
+void MainWindow::on_label_website_linkActivated(QString link)
+{
+    QDesktopServices::openUrl(QUrl(link.isEmpty() ? QString::fromLatin1(kWebsite) : link));
+}
+
+void MainWindow::slot_flushFrameButton_clicked()
+{
+    m_link->run(Sequences::canFrameRefresh(m_data.CANFrameCnt));
+}
+
+void MainWindow::on_pushButton_clicked()
+{
+    // Opens the radio module management window once it exists (see the
+    // constructor: the button is hidden until then).
+}

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "CodeId.h"
+#include "DeviceData.h"
+#include "PageHost.h"
+#include "Sequences.h"
+
+#include <QMainWindow>
+#include <QStringList>
+
+#include <array>
+
+namespace Ui {
+class MainWindow;
+}
+class ChannelListenInterface;
+class ModelInterface;
+class SerialLink;
+class canReceive;
+
+// The one window of the program. It owns the serial link, the parameter
+// record m_data and every page, identifies the connected unit, switches
+// between its model page and the configuration hub and runs the request
+// sequences the pages ask for.
+class MainWindow : public QMainWindow, public PageHost
+{
+    Q_OBJECT
+public:
+    explicit MainWindow(QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    // The process-wide window the pages reach the record through.
+    static MainWindow *instance();
+
+    DeviceData m_data;
+
+    int modelIndex() const { return m_modelIndex; }
+    QString modelIdentifier() const { return m_modelId; }
+    const QStringList &modelIdentifiers() const { return m_modelIds; }
+    QString appliedStyleSheet() const { return m_styleSheet; }
+    SerialLink *serialLink() const { return m_link; }
+    ModelInterface *modelPage(int model) const;
+    ChannelListenInterface *hub() const { return m_hub; }
+    canReceive *canReceiveWindow() const { return m_canReceive; }
+
+    // What the pages need of the window.
+    DeviceData &deviceData() override { return m_data; }
+    int currentModel() const override { return m_modelIndex; }
+    QString dialogStyleSheet() const override { return m_styleSheet; }
+    // Page switching, asked for by the model page and the hub.
+    void showHub() override;
+    void showModelPage() override;
+
+    // Sends every setting page's parameters (after a parameter file was loaded).
+    void writeAll();
+
+Q_SIGNALS:
+    void signal_information(CodeID code, QByteArray data);
+    void signal_saveAllData();
+
+public Q_SLOTS:
+    void slot_dialog(bool state);
+    void slot_readyRead();
+    void slot_startupCalibration();
+    void slot_finishCalibration();
+    void slot_sbus1Config();
+    void slot_sbus2Config();
+    void slot_channelHold();
+    void slot_buttonSetting();
+    void slot_comprehensiveSetting();
+    void slot_rfRadioConfig();
+    void slot_customConfig();
+    void slot_readData();
+    void slot_saveData();
+    void slot_saveConfigFile();
+    void slot_loadConfigFile();
+    void slot_restoreFactory();
+    void slot_closeEvent();
+    void slot_moduleGroundReset();
+    void slot_moduleAirReset();
+    void slot_searchDevices();
+    void on_label_website_linkActivated(QString link);
+    void slot_flushFrameButton_clicked();
+    void on_pushButton_clicked();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void applyStyleSheet();
+    void placeWindow();
+    void handleFrame(quint8 code, const QByteArray &payload);
+    void identify(const QString &identifier);
+    void createHub();
+    void setCentral(QWidget *page);
+    int currentSection() const;
+    // Shows the confirmation dialog and returns (and clears) the answer.
+    bool confirm(const QString &title, const QString &text);
+
+    Ui::MainWindow *ui;
+    QString m_configDir;
+    QString m_previousStyleSheet;
+    QString m_styleSheet;
+    SerialLink *m_link = nullptr;
+    QStringList m_modelIds;
+    QString m_modelId;
+    int m_modelIndex = -1;
+    std::array<ModelInterface *, 7> m_modelPages {};
+    ChannelListenInterface *m_hub = nullptr;
+    canReceive *m_canReceive = nullptr;
+    QWidget *m_connectingScreen = nullptr;
+    bool m_confirmed = false;
+    bool m_closing = false;
+};

@@ -1,0 +1,80 @@
+#include "SerialLink.h"
+
+#include "AppLog.h"
+#include "BusyWait.h"
+#include "Messages.h"
+#include "PortFile.h"
+
+#include <QSerialPort>
+
+SerialLink::SerialLink(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void SerialLink::openFromFile(const QString &path, QWidget *messageParent)
+{
+    const std::optional<QStringList> names = readPortNames(path);
+    if (!names) {
+        Messages::warning(messageParent, QStringLiteral("port.xml"), QStringLiteral("open file failed!"));
+        return;
+    }
+    for (const QString &name : *names) {
+        // A later port element replaces an earlier one.
+        delete m_port;
+        m_port = new QSerialPort(this);
+        m_port->setPortName(name);
+        m_port->setBaudRate(QSerialPort::Baud115200, QSerialPort::AllDirections);
+        m_port->setDataBits(QSerialPort::Data8);
+        m_port->setStopBits(QSerialPort::OneStop);
+        m_port->setParity(QSerialPort::NoParity);
+        m_port->setFlowControl(QSerialPort::NoFlowControl);
+        connect(m_port, &QSerialPort::readyRead, this, &SerialLink::readyRead);
+        if (!m_port->open(QIODevice::ReadWrite)) {
+            qCDebug(lcApp) << name;
+            Messages::warning(messageParent, QStringLiteral("Open serial"),
+                              QStringLiteral("%1 open failed!").arg(name));
+        }
+    }
+}
+
+bool SerialLink::isOpen() const
+{
+    return m_port && m_port->isOpen();
+}
+
+void SerialLink::send(const QByteArray &frame)
+{
+    if (!m_port) {
+        qCDebug(lcApp) << "no serial port, not sent:" << frame.toHex(' ');
+        return;
+    }
+    m_port->write(frame);
+}
+
+void SerialLink::run(const RequestPlan &plan)
+{
+    for (const Request &request : plan) {
+        send(request.frame);
+        if (request.waitMs > 0)
+            busyWait(request.waitMs);
+    }
+}
+
+void SerialLink::receive(const FrameHandler &handler)
+{
+    if (!m_port)
+        return;
+    const QByteArray bytes = m_port->readAll();
+    if (bytes.isEmpty())
+        return;
+    m_cutter.feed(bytes, [this](quint8 code, const QByteArray &payload) { m_inbox.enqueue({ code, payload }); });
+    if (m_handingOn)
+        return;
+    m_handingOn = true;
+    while (!m_inbox.isEmpty()) {
+        const Frame frame = m_inbox.dequeue();
+        handler(frame.code, frame.payload);
+    }
+    m_handingOn = false;
+}

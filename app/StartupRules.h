@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QRect>
+#include <QString>
+
+// Decisions of the start-up that need no window, kept apart to be testable.
+namespace StartupRules {
+
+constexpr int kWindowWidth = 1280;
+constexpr int kWindowHeight = 800;
+
+// The translation to load, relative to the application directory: Chinese
+// for exactly zh_CN, English for every other locale (zh_TW and zh included).
+QString translationFile(const QString &localeName);
+
+struct Placement {
+    bool maximise = false;
+    QRect geometry; // when not maximised: 1280 x 800 centred in the available area
+};
+// The window takes 1280 x 800 only on a screen whose available area is
+// strictly larger in both directions; otherwise it is maximised.
+Placement placeWindow(const QRect &available);
+
+} // namespace StartupRules

@@ -1,0 +1,430 @@
+#include "ModelInterface.h"
+
+#include "AppPaths.h"
+#include "CtlButton.h"
+#include "Dial.h"
+#include "ModelPages.h"
+#include "ModelSpec.h"
+#include "PageHost.h"
+#include "Rocker.h"
+#include "RotaryKnob.h"
+#include "SbusChannel.h"
+#include "SteeringWheel.h"
+#include "Switch.h"
+
+#include <QCloseEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QPushButton>
+
+namespace {
+const QColor kBackground(180, 180, 180);
+const QColor kBody(70, 70, 70);
+const QColor kBodyEdge(155, 155, 155);
+constexpr int kChannels = 16;
+constexpr int kColumnGap = 60;
+constexpr int kMargin = 10;
+constexpr int kStickRadius = 10;
+
+QRect placeIn(const QRect &area, const QRectF &fraction)
+{
+    return QRect(area.left() + int(fraction.x() * area.width()), area.top() + int(fraction.y() * area.height()),
+                 int(fraction.width() * area.width()), int(fraction.height() * area.height()));
+}
+
+QRect centredSquare(const QRect &r)
+{
+    const int side = qMax(0, qMin(r.width(), r.height()));
+    return QRect(r.left() + (r.width() - side) / 2, r.top() + (r.height() - side) / 2, side, side);
+}
+} // namespace
+
+// The widgets of one page part, in the order of the model's parts.
+struct ModelInterface::Controls {
+    std::array<std::array<SbusChannel *, kChannels>, 2> bars {};
+    QVector<QWidget *> parts;           // one per part (nullptr for lamp rows and pictures)
+    QVector<QVector<CtlButton *>> lamps; // one list per part
+    QVector<bool> stopLit;              // per part: the stop light is on
+    QPixmap stopLight;
+    QPixmap stopGray;
+    QVector<QPixmap> pictures;          // per part: Picture parts
+};
+
+ModelInterface::ModelInterface(const ModelSpec &spec, QWidget *parent)
+    : QWidget(parent)
+    , m_spec(spec)
+    , m_controls(new Controls)
+{
+    // SBUS bars first, then the unit's controls.
+    for (int port = 0; port < 2; ++port) {
+        for (int ch = 0; ch < kChannels; ++ch) {
+            auto *bar = new SbusChannel(this);
+            bar->setObjectName(QStringLiteral("sbus%1_ch%2").arg(port + 1).arg(ch + 1));
+            bar->setM_index(0);
+            if (port == 0 && m_spec.sbus1StartsFull)
+                bar->setM_val(150);
+            m_controls->bars[size_t(port)][size_t(ch)] = bar;
+        }
+    }
+
+    const int count = m_spec.parts.size();
+    m_controls->parts.fill(nullptr, count);
+    m_controls->lamps.resize(count);
+    m_controls->stopLit.fill(false, count);
+    m_controls->pictures.resize(count);
+    for (int i = 0; i < count; ++i) {
+        const PartSpec &part = m_spec.parts.at(i);
+        QWidget *widget = nullptr;
+        switch (part.kind) {
+        case PartKind::Stick: {
+            auto *rocker = new Rocker(this);
+            rocker->setM_radius(kStickRadius);
+            rocker->setM_is_z_axis(part.word3 >= 0);
+            widget = rocker;
+            break;
+        }
+        case PartKind::Knob:
+            widget = new RotaryKnob(this);
+            break;
+        case PartKind::LeftDial:
+        case PartKind::RightDial: {
+            auto *dial = new Dial(this);
+            dial->setM_direction(part.kind == PartKind::LeftDial ? 0 : 1);
+            widget = dial;
+            break;
+        }
+        case PartKind::Switch: {
+            auto *lever = new Switch(this);
+            lever->setM_direction(part.vertical);
+            widget = lever;
+            break;
+        }
+        case PartKind::Pad:
+            widget = new SteeringWheel(this, 1);
+            break;
+        case PartKind::Lamps:
+            for (const QString &caption : part.captions) {
+                auto *lamp = new CtlButton(this);
+                lamp->setObjectName(QStringLiteral("key_") + caption);
+                lamp->setText(caption);
+                lamp->setM_state(0);
+                m_controls->lamps[i].append(lamp);
+            }
+            break;
+        case PartKind::Picture:
+            m_controls->pictures[i] = QPixmap(AppPaths::file(part.picture));
+            break;
+        case PartKind::StopLight:
+            break;
+        }
+        if (widget) {
+            widget->setObjectName(part.label.isEmpty() ? QStringLiteral("part%1").arg(i) : part.label);
+            m_controls->parts[i] = widget;
+        }
+    }
+    m_controls->stopLight = QPixmap(AppPaths::file(QStringLiteral("/image/stop_light.png")));
+    m_controls->stopGray = QPixmap(AppPaths::file(QStringLiteral("/image/stop_gray.png")));
+
+    channelCalibration = new QPushButton(tr("遥杆校准"), this);
+    channelCalibration->setObjectName(QStringLiteral("channelCalibration"));
+    channelCalibration->hide();
+    channelListen = new QPushButton(tr("通道配置"), this);
+    channelListen->setObjectName(QStringLiteral("channelListen"));
+    connect(channelCalibration, &QPushButton::clicked, this, &ModelInterface::on_channelCalibration_clicked);
+    connect(channelListen, &QPushButton::clicked, this, &ModelInterface::on_channelConfig_clicked);
+}
+
+ModelInterface::~ModelInterface()
+{
+    delete m_controls;
+}
+
+// ---------------------------------------------------------------- answers
+
+void ModelInterface::slot_information(CodeID code, QByteArray data)
+{
+    switch (code) {
+    case ChannelDataReport: {
+        ChannelReport report;
+        if (ChannelReport::decode(data, m_spec.k, m_spec.keyWords, report))
+            applyReport(report);
+        break;
+    }
+    case CalibrationStarted:
+        if (!data.isEmpty())
+            break;
+        m_calibrating = true;
+        channelCalibration->setText(tr("完成校准"));
+        update();
+        break;
+    case CalibrationFinished:
+        // One byte: the unit's status, 0xEE when the finish failed. Either
+        // way the calibration is over.
+        if (data.size() != 1)
+            break;
+        m_calibrating = false;
+        channelCalibration->setText(tr("遥杆校准"));
+        update();
+        break;
+    default:
+        break;
+    }
+}
+
+void ModelInterface::applyReport(const ChannelReport &report)
+{
+    for (int port = 0; port < 2; ++port)
+        for (int ch = 0; ch < kChannels; ++ch)
+            m_controls->bars[size_t(port)][size_t(ch)]->setM_val(ReportScale::bar(report.sbus[port][ch]));
+
+    auto word = [&report](int index) { return index >= 0 && index < report.controlWords.size()
+                                                  ? int(report.controlWords.at(index))
+                                                  : ReportScale::kCentre; };
+    for (int i = 0; i < m_spec.parts.size(); ++i) {
+        const PartSpec &part = m_spec.parts.at(i);
+        QWidget *widget = m_controls->parts.at(i);
+        const quint16 keys = report.keyWords[part.keyWord];
+        switch (part.kind) {
+        case PartKind::Stick: {
+            auto *rocker = static_cast<Rocker *>(widget);
+            rocker->setM_position(ReportScale::stick(word(part.word), word(part.word2)));
+            if (part.word3 >= 0)
+                rocker->setM_z_axis_per(ReportScale::twist(word(part.word3)));
+            break;
+        }
+        case PartKind::Knob:
+            static_cast<RotaryKnob *>(widget)->setM_position(ReportScale::knob(word(part.word)));
+            break;
+        case PartKind::LeftDial:
+            static_cast<Dial *>(widget)->setM_position(ReportScale::leftDial(word(part.word)));
+            break;
+        case PartKind::RightDial:
+            static_cast<Dial *>(widget)->setM_position(ReportScale::rightDial(word(part.word)));
+            break;
+        case PartKind::Switch:
+            static_cast<Switch *>(widget)->setM_index(ReportScale::switchIndex(word(part.word)));
+            break;
+        case PartKind::Lamps: {
+            const QVector<CtlButton *> &row = m_controls->lamps.at(i);
+            for (int b = 0; b < row.size(); ++b)
+                row.at(b)->setM_state(ReportScale::lamp(keys, part.firstBit + b));
+            break;
+        }
+        case PartKind::Pad: {
+            auto *pad = static_cast<SteeringWheel *>(widget);
+            pad->m_up = ReportScale::lamp(keys, part.firstBit);
+            pad->m_left = ReportScale::lamp(keys, part.firstBit + 1);
+            pad->m_down = ReportScale::lamp(keys, part.firstBit + 2);
+            pad->m_right = ReportScale::lamp(keys, part.firstBit + 3);
+            pad->m_centre = ReportScale::lamp(keys, part.firstBit + 4);
+            pad->update();
+            break;
+        }
+        case PartKind::StopLight: {
+            // Larch takes the stop flag from a key bit, Rowan from its last
+            // switch pushed to the far end.
+            const bool lit = part.word >= 0 ? ReportScale::switchIndex(word(part.word)) == 2
+                                            : ReportScale::lamp(keys, part.firstBit) == 1;
+            if (lit != m_controls->stopLit.at(i)) {
+                m_controls->stopLit[i] = lit;
+                update();
+            }
+            break;
+        }
+        case PartKind::Picture:
+            break;
+        }
+    }
+}
+
+// ---------------------------------------------------------------- buttons
+
+void ModelInterface::on_channelCalibration_clicked()
+{
+    // The state changes only when the unit answers (codes 23 and 24).
+    if (m_calibrating)
+        Q_EMIT signal_finishCalibration();
+    else
+        Q_EMIT signal_startupCalibration();
+}
+
+void ModelInterface::on_channelConfig_clicked()
+{
+    hide();
+    if (PageHost *host = PageHost::instance())
+        host->showHub();
+}
+
+void ModelInterface::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    // The calibration button is a service function: it appears only after a
+    // double-click where it hides.
+    if (channelCalibration->isHidden() && m_calibrationRect.contains(event->pos()))
+        channelCalibration->show();
+    QWidget::mouseDoubleClickEvent(event);
+}
+
+void ModelInterface::closeEvent(QCloseEvent *event)
+{
+    Q_EMIT signal_closeEvent();
+    event->accept();
+}
+
+// ---------------------------------------------------------------- painting
+
+void ModelInterface::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    const int w = width();
+    const int h = height();
+    painter.fillRect(rect(), kBackground);
+
+    const QFontMetrics fm(font());
+    const int line = fm.height();
+
+    // Calibration button and, while calibrating, the model's calibration text.
+    QFont buttonFont = channelCalibration->font();
+    if (buttonFont.bold() != m_calibrating) {
+        buttonFont.setBold(m_calibrating);
+        channelCalibration->setFont(buttonFont);
+        QPalette palette = channelCalibration->palette();
+        palette.setColor(QPalette::ButtonText, m_calibrating ? Qt::white : Qt::black);
+        channelCalibration->setPalette(palette);
+    }
+    const int calibrationWidth = qMax(w / 8, fm.horizontalAdvance(channelCalibration->text()) * 3 / 2);
+    m_calibrationRect = QRect(5, 10, calibrationWidth, line);
+    channelCalibration->setGeometry(m_calibrationRect);
+    if (m_calibrating) {
+        QFont bold = font();
+        bold.setBold(true);
+        painter.setFont(bold);
+        painter.setPen(Qt::white);
+        painter.drawText(QRect(m_calibrationRect.right() + 1 + 5, 10, w * 3 / 4, line),
+                         Qt::AlignLeft | Qt::AlignVCenter, m_spec.calibrationText);
+        painter.setFont(font());
+    }
+    const int listenWidth = qMax(w / 8, fm.horizontalAdvance(channelListen->text()) * 3 / 2);
+    channelListen->setGeometry(w - 5 - listenWidth, 10, listenWidth, line);
+
+    // Two columns of channel bars on the right.
+    const int top = 10 + line + kMargin;
+    const int columnWidth = qMax(160, w / 5);
+    const int firstColumn = w - kMargin - 2 * columnWidth - kColumnGap;
+    QFont small = font();
+    small.setPointSizeF(qMax(1.0, small.pointSizeF() - 2));
+    const QFontMetrics smallFm(small);
+    const int labelWidth = smallFm.horizontalAdvance(QStringLiteral("CH16")) + 6;
+    const int rowHeight = qMax(1, (h - top - line - kMargin) / kChannels);
+    const int barHeight = qMax(6, qMin(rowHeight - 4, 26));
+    for (int port = 0; port < 2; ++port) {
+        const int x = firstColumn + port * (columnWidth + kColumnGap);
+        painter.setPen(Qt::black);
+        painter.setFont(font());
+        painter.drawText(QRect(x, top, columnWidth, line), Qt::AlignLeft | Qt::AlignVCenter,
+                         port == 0 ? QStringLiteral("SBUS 1") : QStringLiteral("SBUS 2"));
+        painter.setFont(small);
+        for (int ch = 0; ch < kChannels; ++ch) {
+            const int y = top + line + ch * rowHeight;
+            painter.drawText(QRect(x, y, labelWidth, rowHeight), Qt::AlignLeft | Qt::AlignVCenter,
+                             QStringLiteral("CH%1").arg(ch + 1, 2, 10, QLatin1Char('0')));
+            m_controls->bars[size_t(port)][size_t(ch)]->setGeometry(
+                x + labelWidth, y + (rowHeight - barHeight) / 2, columnWidth - labelWidth, barHeight);
+        }
+    }
+    painter.setFont(font());
+
+    // The unit itself, left of the channel columns.
+    const QRect area(kMargin, top, qMax(0, firstColumn - 2 * kMargin), qMax(0, h - top - kMargin));
+    QPainterPath body;
+    if (m_spec.body == BodyShape::GroundStation) {
+        body.addRoundedRect(area, 18, 18);
+    } else {
+        body.addRoundedRect(placeIn(area, { 0.0, 0.0, 1.0, 0.62 }), 30, 30);
+        body.addEllipse(placeIn(area, { 0.0, 0.42, 0.5, 0.58 }));
+        body.addEllipse(placeIn(area, { 0.5, 0.42, 0.5, 0.58 }));
+        body.setFillRule(Qt::WindingFill);
+    }
+    painter.setPen(QPen(kBodyEdge, 2));
+    painter.setBrush(kBody);
+    painter.drawPath(body.simplified());
+    painter.setBrush(Qt::NoBrush);
+
+    painter.setPen(Qt::white);
+    for (int i = 0; i < m_spec.parts.size(); ++i) {
+        const PartSpec &part = m_spec.parts.at(i);
+        const QRect place = placeIn(area, part.place);
+        QWidget *widget = m_controls->parts.at(i);
+        switch (part.kind) {
+        case PartKind::Stick: {
+            // Vertical axis label above, horizontal axis label on the right.
+            const int side = qMax(0, qMin(place.width() - 2 * fm.horizontalAdvance(part.label2) - 8,
+                                          place.height() - line));
+            const QRect square(place.left() + (place.width() - side) / 2, place.top() + line, side, side);
+            widget->setGeometry(square);
+            painter.drawText(QRect(square.left(), place.top(), square.width(), line), Qt::AlignCenter, part.label);
+            painter.drawText(QRect(square.right() + 4, square.top(), place.right() - square.right(), square.height()),
+                             Qt::AlignLeft | Qt::AlignVCenter, part.label2);
+            break;
+        }
+        case PartKind::Knob:
+        case PartKind::LeftDial:
+        case PartKind::RightDial:
+        case PartKind::Switch:
+        case PartKind::Pad: {
+            const QRect control(place.left(), place.top(), place.width(), qMax(0, place.height() - line));
+            widget->setGeometry(part.kind == PartKind::Switch ? control : centredSquare(control));
+            painter.drawText(QRect(place.left(), control.bottom() + 1, place.width(), line), Qt::AlignCenter,
+                             part.label);
+            break;
+        }
+        case PartKind::Lamps: {
+            const QVector<CtlButton *> &row = m_controls->lamps.at(i);
+            const int n = qMax(1, row.size());
+            const int cell = place.width() / n;
+            const int lampWidth = qMin(cell, place.height() * 3 / 2);
+            for (int b = 0; b < row.size(); ++b)
+                row.at(b)->setGeometry(place.left() + b * cell + (cell - lampWidth) / 2, place.top(), lampWidth,
+                                       place.height());
+            break;
+        }
+        case PartKind::StopLight: {
+            const QPixmap &pixmap = m_controls->stopLit.at(i) ? m_controls->stopLight : m_controls->stopGray;
+            if (!pixmap.isNull())
+                painter.drawPixmap(centredSquare(place), pixmap);
+            break;
+        }
+        case PartKind::Picture: {
+            const QPixmap &pixmap = m_controls->pictures.at(i);
+            if (!pixmap.isNull())
+                painter.drawPixmap(centredSquare(place), pixmap);
+            break;
+        }
+        }
+    }
+}
+
+ModelInterface *createModelPage(int model, QWidget *parent)
+{
+    switch (model) {
+    case 0:
+        return new AlderInterface(parent);
+    case 1:
+        return new BirchInterface(parent);
+    case 2:
+        return new CedarInterface(parent);
+    case 3:
+        return new LarchInterface(parent);
+    case 4:
+        return new MapleInterface(parent);
+    case 5:
+        return new RowanInterface(parent);
+    case 6:
+        return new WillowInterface(parent);
+    default:
+        return nullptr;
+    }
+}

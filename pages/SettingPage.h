@@ -1,0 +1,32 @@
+#pragma once
+
+#include "CodeId.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QWidget>
+
+// A page of the configuration hub that edits one parameter group. The hub
+// shows it in its section; the main window asks it for its write payloads
+// and its part of the parameter file, and hands it every answer of the unit.
+class SettingPage : public QWidget
+{
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+
+    // The hub chose a section this page serves (the SBUS page serves two ports).
+    virtual void showSection(int section) { Q_UNUSED(section) }
+    // Fills the controls from the record.
+    virtual void refreshFromRecord() = 0;
+    // Copies the controls into the record and returns the payloads of a write
+    // of the shown section, in the order the write sends them.
+    virtual QList<QByteArray> collectPayloads() = 0;
+    // The payloads of the write-all, built from the record.
+    virtual QList<QByteArray> payloadsFromRecord() = 0;
+    // This page's elements of the parameter file.
+    virtual QString fileFragment() = 0;
+
+public Q_SLOTS:
+    virtual void slot_information(CodeID code, QByteArray data) = 0;
+};
