@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class MDlg;
+class QWidget;
+
+// Every message box and confirmation of the program goes through here, so
+// that a test can read what would have been shown and answer the dialogs
+// without a modal loop.
+namespace Messages {
+
+enum class Kind { Warning, Critical, Information, Dialog };
+
+struct Shown {
+    Kind kind;
+    QString title;
+    QString text;
+};
+
+// A responder sees every message instead of the user; for a dialog with
+// buttons its answer is clicked ("是" for true, "否" for false). An empty
+// responder restores the real boxes.
+using Responder = std::function<bool(const Shown &)>;
+void setResponder(Responder responder);
+
+void warning(QWidget *parent, const QString &title, const QString &text);
+void critical(QWidget *parent, const QString &title, const QString &text);
+void information(QWidget *parent, const QString &title, const QString &text);
+
+// Runs a prepared MDlg modally (title, style sheet, text and the connection
+// of signal_dialog already made by the caller).
+void exec(MDlg *dialog);
+
+} // namespace Messages

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+struct DeviceData;
+
+// Each model ships a small XML file in the program's config folder with its
+// battery voltage limits, the names its pages offer in their selectors and
+// the factory values of several parameter groups. Loading it happens when the
+// configuration hub is set up for a recognised model.
+
+// File name of model 0..6 (Alder .. Rowan, Willow); empty for any other number.
+QString modelDefaultsFileName(int model);
+
+// Full path beside the program ("/config/" + the file name); empty for an
+// unknown model.
+QString modelDefaultsPath(int model);
+
+// Reads the file at path into data. The lists channelMapNames,
+// holdSwitchNames, keyMapNames and hidMapNames are cleared first, also when
+// the file cannot be opened; sbusControlNames is only ever appended to.
+// Returns false when the file cannot be opened (the caller tells the user).
+// A malformed document stops the reading at the error; what was read before
+// it stays in the record.
+bool loadModelDefaults(const QString &path, DeviceData &data);
