@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# Runs Quillmark against the virtual unit, so the whole program can be seen
+# working without a transmitter:
+#
+#   bash scripts/run.sh [MODEL] [--module 0|1|2] [more quillmark-vunit options]
+#
+# MODEL is ALDER (default), BIRCH, CEDAR, LARCH, MAPLE, ROWAN or WILLO. Other
+# options go to the virtual unit (see build/bin/quillmark-vunit --help), for
+# example --noise, --split, --delay 30, --refuse 0xA3.
+#
+# Builds what is missing (scripts/build.sh), starts the unit on a
+# pseudo-terminal and runs build/bin/quillmark with QUILLMARK_APP_DIR pointing
+# at a temporary application directory: everything of build/bin linked in,
+# plus its own config/port.xml naming the unit. Nothing in build/bin is
+# changed. The unit is stopped and the folder removed when the program exits.
+set -euo pipefail
+shopt -s nullglob
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=${QM_BUILD_DIR:-$root/build}
+bin=$build/bin
+
+model=ALDER
+unit_args=()
+for arg in "$@"; do
+    case ${arg^^} in
+    ALDER | BIRCH | CEDAR | LARCH | MAPLE | ROWAN | WILLO | WILLOW) model=${arg^^} ;;
+    -H | --HELP)
+        sed -n '2,15p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//'
+        exit 0
+        ;;
+    *) unit_args+=("$arg") ;;
+    esac
+done
+
+if [[ ! -x "$bin/quillmark" || ! -x "$bin/quillmark-vunit" ]]; then
+    QM_BUILD_DIR=$build bash "$root/scripts/build.sh"
+fi
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/quillmark-run.XXXXXX")
+unit_pid=
+cleanup() {
+    if [[ -n "$unit_pid" ]] && kill -0 "$unit_pid" 2>/dev/null; then
+        kill -TERM "$unit_pid" 2>/dev/null || true
+        wait "$unit_pid" 2>/dev/null || true
+    fi
+    rm -rf "$work"
+}
+trap cleanup EXIT
+trap 'exit 130' INT TERM
+
+"$bin/quillmark-vunit" --model "$model" "${unit_args[@]}" --print-path --link "$work/unit" >"$work/pty" &
+unit_pid=$!
+for _ in $(seq 100); do
+    [[ -s "$work/pty" ]] && break
+    if ! kill -0 "$unit_pid" 2>/dev/null; then
+        echo "run.sh: the virtual unit did not start" >&2
+        exit 1
+    fi
+    sleep 0.1
+done
+pty=$(head -n 1 "$work/pty")
+[[ -n "$pty" ]] || { echo "run.sh: the virtual unit printed no pty" >&2; exit 1; }
+
+# The application directory: build/bin's data linked in, except what the
+# program creates for itself (temp/, log/) and config/, which gets its own
+# port.xml beside links to the delivered files.
+app=$work/app
+mkdir -p "$app/config"
+for entry in "$bin"/*; do
+    name=$(basename "$entry")
+    case $name in config | temp | log) continue ;; esac
+    [[ -f "$entry" && -x "$entry" ]] && continue
+    ln -s "$entry" "$app/$name"
+done
+if [[ -d "$bin/config" ]]; then
+    for entry in "$bin/config"/*; do
+        [[ -e "$entry" && $(basename "$entry") != port.xml ]] && ln -s "$entry" "$app/config/"
+    done
+fi
+printf '<?xml version="1.0"?>\n<config><port>%s</port></config>\n' "$pty" >"$app/config/port.xml"
+
+echo "run.sh: virtual $model on $pty" >&2
+set +e
+QUILLMARK_APP_DIR=$app "$bin/quillmark"
+status=$?
+set -e
+exit $status

@@ -1,0 +1,132 @@
+// The whole program against the virtual unit: start-up identification over
+// a real pty, on a clean line and on a poor one, and a unit that goes away.
+#include "VunitProcess.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace
+{
+
+const QString kAppBin = QStringLiteral(QM_APP_BIN);
+constexpr int kGenerousMs = 30000;
+
+// An application directory with the delivered config files and a port.xml
+// that names the unit's link.
+bool writeAppDir(const QString &dir, const QString &port)
+{
+    const QDir source(QStringLiteral(QM_APP_DIR "/config"));
+    QDir().mkpath(dir + QStringLiteral("/config"));
+    for (const QString &name : source.entryList(QDir::Files)) {
+        if (name != QLatin1String("port.xml"))
+            QFile::copy(source.filePath(name), dir + QStringLiteral("/config/") + name);
+    }
+    QFile f(dir + QStringLiteral("/config/port.xml"));
+    if (!f.open(QIODevice::WriteOnly))
+        return false;
+    f.write("<?xml version=\"1.0\"?><config><port>" + port.toUtf8() + "</port></config>\n");
+    return true;
+}
+
+class App
+{
+public:
+    ~App()
+    {
+        if (process.state() != QProcess::NotRunning) {
+            process.terminate();
+            if (!process.waitForFinished(10000))
+                process.kill();
+            process.waitForFinished(5000);
+        }
+    }
+
+    bool start(const QString &appDir)
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        env.insert(QStringLiteral("QUILLMARK_APP_DIR"), appDir);
+        process.setProcessEnvironment(env);
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.setProgram(kAppBin);
+        process.start();
+        return process.waitForStarted(10000);
+    }
+
+    QProcess process;
+};
+
+} // namespace
+
+class TestAppE2e : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void startupIdentifiesAndStartsUpload_data();
+    void startupIdentifiesAndStartsUpload();
+    void unitHangingUpDoesNotCrashTheProgram();
+};
+
+void TestAppE2e::init()
+{
+    if (!QFile::exists(kAppBin))
+        QSKIP("the quillmark binary is not built yet");
+}
+
+void TestAppE2e::startupIdentifiesAndStartsUpload_data()
+{
+    QTest::addColumn<QStringList>("faults");
+    QTest::newRow("clean line") << QStringList();
+    QTest::newRow("noise and split frames") << QStringList { "--noise", "--split", "--seed", "3" };
+}
+
+void TestAppE2e::startupIdentifiesAndStartsUpload()
+{
+    QFETCH(QStringList, faults);
+    QTemporaryDir dir;
+    const qint64 origin = VunitProcess::monotonicMs();
+    VunitProcess unit(dir.path());
+    QVERIFY(
+        unit.start(QStringList { "--model", "ROWAN", "--time-origin", QString::number(origin) } + faults));
+    QVERIFY(writeAppDir(dir.path() + "/app", unit.linkPath()));
+
+    App app;
+    const qint64 started = VunitProcess::monotonicMs() - origin;
+    QVERIFY(app.start(dir.path() + "/app"));
+    const QByteArray modelPageUpload = QByteArray::fromHex("0232");
+    QTRY_VERIFY_WITH_TIMEOUT(unit.find(0xE5, modelPageUpload) >= 0, kGenerousMs);
+    QCOMPARE(app.process.state(), QProcess::Running);
+
+    const QVector<VunitProcess::RecordLine> record = unit.record();
+    QVERIFY(record.size() >= 3);
+    // Module kind first, no earlier than a second after the start, then the
+    // identity a request spacing later, then the model page's upload.
+    QCOMPARE(record.at(0).code, quint8(0xDF));
+    QVERIFY2(record.at(0).ms - started >= 1000, qPrintable(QString::number(record.at(0).ms - started)));
+    QCOMPARE(record.at(1).code, quint8(0xFF));
+    QVERIFY2(record.at(1).ms - record.at(0).ms >= 90,
+        qPrintable(QString::number(record.at(1).ms - record.at(0).ms)));
+    QCOMPARE(unit.find(0xE5, modelPageUpload), 2);
+}
+
+void TestAppE2e::unitHangingUpDoesNotCrashTheProgram()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--hangup-after", "500" }));
+    QVERIFY(writeAppDir(dir.path() + "/app", unit.linkPath()));
+    App app;
+    QVERIFY(app.start(dir.path() + "/app"));
+    QTRY_VERIFY_WITH_TIMEOUT(unit.find(0xE5) >= 0, kGenerousMs);
+    QVERIFY(unit.process().waitForFinished(kGenerousMs));
+    // The program lives on without its unit.
+    QTest::qWait(1500);
+    QCOMPARE(app.process.state(), QProcess::Running);
+}
+
+QTEST_GUILESS_MAIN(TestAppE2e)
+#include "tst_app_e2e.moc"

@@ -1,0 +1,776 @@
+// The virtual unit's protocol side without a line: what it stores, answers
+// and reports, and how it copes with what it should not get.
+#include "AnswerRules.h"
+#include "ChannelMixer.h"
+#include "FrameCutter.h"
+#include "LineFaults.h"
+#include "RequestCutter.h"
+#include "SerialFrame.h"
+#include "UnitModel.h"
+#include "VunitOptions.h"
+
+#include <QtTest>
+
+using namespace Vunit;
+
+Q_DECLARE_METATYPE(Vunit::Model)
+Q_DECLARE_METATYPE(Vunit::ChannelSetting)
+
+namespace
+{
+
+struct Heard {
+    quint8 code;
+    QByteArray payload;
+};
+
+// Feeds request bytes through the unit's cutter into the unit and cuts the
+// answers as the configurator does.
+QVector<Heard> exchange(UnitModel &unit, const QByteArray &bytes, QStringList *notes = nullptr, qint64 t = 0)
+{
+    RequestCutter requests;
+    QVector<QByteArray> frames;
+    requests.feed(
+        bytes, [&](quint8 c, const QByteArray &p) { frames += unit.handle(c, p, t, notes); }, notes);
+    FrameCutter answers;
+    QVector<Heard> out;
+    for (const QByteArray &f : frames)
+        answers.feed(f, [&](quint8 c, const QByteArray &p) { out.append({ c, p }); });
+    return out;
+}
+
+QByteArray pattern(int size, int seed, int first)
+{
+    QByteArray out(size, '\0');
+    out[0] = char(first);
+    for (int i = 1; i < size; ++i)
+        out[i] = char((i * 37 + seed * 11) % 151); // never 0xEE or 0xFA
+    return out;
+}
+
+QByteArray sbusTuning(int port, std::function<void(QByteArray &)> edit)
+{
+    UnitModel factory(UnitConfig {});
+    QByteArray t = factory.store().sbusTuning(port);
+    edit(t);
+    return t;
+}
+
+QVector<quint16> words(const QByteArray &bytes, int from, int count)
+{
+    QVector<quint16> out;
+    for (int i = 0; i < count; ++i)
+        out.append(quint8(bytes.at(from + 2 * i)) | (quint8(bytes.at(from + 2 * i + 1)) << 8));
+    return out;
+}
+
+} // namespace
+
+class TestVunitUnit : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void writeThenReadRoundTrips_data();
+    void writeThenReadRoundTrips();
+    void sbusPortsAreKeptApart();
+    void factoryResetRestoresWrittenGroups();
+    void canFrameWritesFollowFrameOrder();
+    void identityAndModuleKind_data();
+    void identityAndModuleKind();
+    void reportLayout_data();
+    void reportLayout();
+    void inputsMoveLikeAHand_data();
+    void inputsMoveLikeAHand();
+    void mixing_data();
+    void mixing();
+    void writtenSettingsShowInReport();
+    void refusedCodesAnswerEE_data();
+    void refusedCodesAnswerEE();
+    void badRequestsAreIgnored_data();
+    void badRequestsAreIgnored();
+    void garbageNeverHidesRequests();
+    void batteryAnswers_data();
+    void batteryAnswers();
+    void singleByteAnswers_data();
+    void singleByteAnswers();
+    void lineFaultsKeepAnswersIntact_data();
+    void lineFaultsKeepAnswersIntact();
+    void delayedAnswerDoesNotHoldReports();
+    void options_data();
+    void options();
+};
+
+void TestVunitUnit::writeThenReadRoundTrips_data()
+{
+    QTest::addColumn<Model>("model");
+    QTest::addColumn<QByteArray>("write");
+    QTest::addColumn<QByteArray>("read");
+    QTest::addColumn<QByteArray>("expected");
+
+    auto longRow
+        = [](const char *name, quint8 w, const QByteArray &p, const QByteArray &read,
+              Model m = Model::Alder) { QTest::newRow(name) << m << SerialFrame::encode(w, p) << read << p; };
+    auto shortRow = [](const char *name, quint8 w, quint8 byte, const QByteArray &read) {
+        QTest::newRow(name) << Model::Alder << SerialFrame::shortFrame(w, byte) << read
+                            << QByteArray(1, char(byte));
+    };
+    const auto bare = [](quint8 c) { return SerialFrame::encode(c); };
+    const auto withByte = [](quint8 c, quint8 b) { return SerialFrame::shortFrame(c, b); };
+
+    longRow("sbus tuning port 1", 0xA4, pattern(85, 1, 0), withByte(0xA3, 0));
+    longRow("sbus tuning port 2", 0xA4, pattern(85, 2, 1), withByte(0xA3, 1));
+    longRow("sbus none port 1", 0xA8, pattern(17, 3, 0), withByte(0xA7, 0));
+    longRow("sbus none port 2", 0xA8, pattern(17, 4, 1), withByte(0xA7, 1));
+    QByteArray hold = QByteArray::fromHex("0003010080000000") + QByteArray::fromHex("01ff000000000180");
+    longRow("channel hold, both ports", 0xB5, hold, withByte(0xB4, 0));
+    longRow("throttle hold", 0xB7, QByteArray::fromHex("00020101250f16"), withByte(0xB6, 0));
+    longRow("key combinations", 0xC1, pattern(15, 5, 1), bare(0xC0));
+    longRow("super keys", 0xC3, pattern(36, 6, 2), bare(0xC2));
+    longRow("key attributes", 0xCB, pattern(12, 7, 1), bare(0xCA));
+    longRow("key attributes Larch", 0xCB, pattern(24, 8, 2), bare(0xCA), Model::Larch);
+    longRow("hid mapping", 0xC7, pattern(8, 9, 7), bare(0xC6));
+    longRow("idle warning", 0xE8, QByteArray(1, char(30)), bare(0xE9));
+    longRow("low voltage", 0xEC, QByteArray::fromHex("0732"), bare(0xEB));
+    longRow("baud 57600", 0x14, QByteArray::fromHex("00e10000"), bare(0x13));
+    longRow("external sbus input", 0x1A, QByteArray(1, char(1)), bare(0x19));
+    longRow("external charging", 0xED, QByteArray(1, char(1)), bare(0xEE));
+    longRow("module power", 0x37, QByteArray::fromHex("0001"), bare(0x36));
+    longRow("module physical switch", 0x39, QByteArray::fromHex("0209"), bare(0x38));
+    longRow("serial stream header", 0xD8, pattern(8, 10, 0x55), bare(0xD7));
+    longRow("serial stream table", 0xDA, pattern(45, 11, 0x0F), bare(0xD9));
+    shortRow("sbus output", 0xC5, 3, bare(0xC4));
+    shortRow("hid output", 0x18, 1, bare(0x17));
+    shortRow("sbus priority", 0x31, 0x43, bare(0x30));
+    shortRow("sbus protocol", 0x33, 0xA0, bare(0x32));
+    shortRow("output module", 0x16, 3, bare(0x15));
+    shortRow("enable flags", 0xD2, 0x11, bare(0xD1));
+    shortRow("can frequency", 0xD4, 120, bare(0xD3));
+    shortRow("closing byte", 0x25, 4, bare(0x24));
+    // The SBUS control write travels as the fixed 12-byte frame.
+    QTest::newRow("sbus control, fixed frame")
+        << Model::Alder << SerialFrame::fixedControlFrame(QByteArray::fromHex("02110110001101")) << bare(0x34)
+        << QByteArray::fromHex("02110110001101");
+    QTest::newRow("can frame 2 of 2")
+        << Model::Alder << SerialFrame::encode(0xD6, QByteArray::fromHex("0201aa0578563412040008"))
+        << withByte(0xD5, 1) << QByteArray::fromHex("0201aa0578563412040008");
+}
+
+void TestVunitUnit::writeThenReadRoundTrips()
+{
+    QFETCH(Model, model);
+    QFETCH(QByteArray, write);
+    QFETCH(QByteArray, read);
+    QFETCH(QByteArray, expected);
+
+    UnitConfig config;
+    config.model = model;
+    UnitModel unit(config);
+    QStringList notes;
+    const QVector<Heard> written = exchange(unit, write, &notes);
+    QCOMPARE(notes, QStringList());
+    QCOMPARE(written.size(), 1);
+    QCOMPARE(written.first().payload, QByteArray(1, '\0'));
+
+    const QVector<Heard> answer = exchange(unit, read, &notes);
+    QCOMPARE(answer.size(), 1);
+    QCOMPARE(answer.first().code, quint8(read.at(1)));
+    QCOMPARE(answer.first().payload.toHex(), expected.toHex());
+    // The configurator hands it on whole.
+    const Answer handed = interpretAnswer(answer.first().code, answer.first().payload);
+    QVERIFY(handed.emits);
+    QCOMPARE(handed.data, expected);
+}
+
+void TestVunitUnit::sbusPortsAreKeptApart()
+{
+    UnitModel unit(UnitConfig {});
+    const QByteArray port1Before = exchange(unit, SerialFrame::shortFrame(0xA3, 0)).first().payload;
+    exchange(unit, SerialFrame::encode(0xA4, pattern(85, 9, 1)));
+    exchange(unit, SerialFrame::encode(0xA8, pattern(17, 9, 1)));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 0)).first().payload, port1Before);
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA7, 0)).first().payload, unit.store().sbusNone(0));
+    QCOMPARE(unit.store().sbusNone(0).mid(1), QByteArray(16, '\0'));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 1)).first().payload, pattern(85, 9, 1));
+}
+
+void TestVunitUnit::factoryResetRestoresWrittenGroups()
+{
+    UnitModel unit(UnitConfig {});
+    const QByteArray factoryBaud = exchange(unit, SerialFrame::encode(0x13)).first().payload;
+    QCOMPARE(factoryBaud.toHex(), QByteArray("00c20100")); // 115200
+    exchange(unit, SerialFrame::encode(0x14, QByteArray::fromHex("80250000")));
+    exchange(unit, SerialFrame::encode(0xA4, pattern(85, 2, 1)));
+    const QVector<Heard> reset = exchange(unit, SerialFrame::encode(0xEA));
+    QCOMPARE(reset.size(), 1);
+    QCOMPARE(reset.first().payload, QByteArray(1, '\0'));
+    QCOMPARE(exchange(unit, SerialFrame::encode(0x13)).first().payload, factoryBaud);
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 1)).first().payload,
+        UnitModel(UnitConfig {}).store().sbusTuning(1));
+}
+
+void TestVunitUnit::canFrameWritesFollowFrameOrder()
+{
+    // The custom output write sends each per-frame group once per frame, in
+    // frame order; the refresh reads them back by frame index.
+    UnitModel unit(UnitConfig {});
+    QByteArray bytes = SerialFrame::shortFrame(0x16, 2);
+    bytes += SerialFrame::encode(0xD6, QByteArray::fromHex("0200230100000000000008"));
+    bytes += SerialFrame::encode(0xD6, QByteArray::fromHex("0201240100000000000004"));
+    bytes += SerialFrame::encode(0xDC, QByteArray::fromHex("0a0b"));
+    bytes += SerialFrame::encode(0xDC, QByteArray::fromHex("0c0d"));
+    bytes += SerialFrame::encode(0x23, pattern(9, 1, 0));
+    bytes += SerialFrame::encode(0x23, pattern(9, 2, 1));
+    QCOMPARE(exchange(unit, bytes).size(), 7);
+
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDB, 1)).first().payload.toHex(), QByteArray("0c0d"));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDB, 0)).first().payload.toHex(), QByteArray("0a0b"));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0x22, 1)).first().payload, pattern(9, 2, 1));
+    // 0x0A asks for the count alone.
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xD5, 0x0A)).first().payload.toHex(), QByteArray("02"));
+    // A plain-mode write ("no frames") leaves none.
+    exchange(unit, SerialFrame::shortFrame(0x16, 2) + SerialFrame::encode(0xD6, QByteArray(1, '\0')));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xD5, 0x0A)).first().payload.toHex(), QByteArray("00"));
+}
+
+void TestVunitUnit::identityAndModuleKind_data()
+{
+    QTest::addColumn<Model>("model");
+    QTest::addColumn<int>("module");
+    QTest::addColumn<QString>("identifier");
+    QTest::newRow("alder") << Model::Alder << 0 << "ALDER";
+    QTest::newRow("birch") << Model::Birch << 1 << "BIRCH";
+    QTest::newRow("cedar") << Model::Cedar << 2 << "CEDAR";
+    QTest::newRow("larch") << Model::Larch << 0 << "LARCH";
+    QTest::newRow("maple") << Model::Maple << 1 << "MAPLE";
+    QTest::newRow("rowan") << Model::Rowan << 2 << "ROWAN";
+    QTest::newRow("willow") << Model::Willow << 0 << "WILLO";
+}
+
+void TestVunitUnit::identityAndModuleKind()
+{
+    QFETCH(Model, model);
+    QFETCH(int, module);
+    QFETCH(QString, identifier);
+    UnitConfig config;
+    config.model = model;
+    config.moduleKind = module;
+    UnitModel unit(config);
+    const QVector<Heard> heard = exchange(unit, SerialFrame::encode(0xDF) + SerialFrame::encode(0xFF));
+    QCOMPARE(heard.size(), 2);
+    const Answer kind = interpretAnswer(heard.at(0).code, heard.at(0).payload);
+    QCOMPARE(kind.moduleKind, module);
+    const Answer id = interpretAnswer(heard.at(1).code, heard.at(1).payload);
+    QVERIFY(id.identify);
+    QCOMPARE(id.identifier, identifier);
+    QCOMPARE(heard.at(1).payload.size(), 5);
+}
+
+void TestVunitUnit::reportLayout_data()
+{
+    QTest::addColumn<Model>("model");
+    QTest::addColumn<int>("block");
+    QTest::newRow("alder") << Model::Alder << 30;
+    QTest::newRow("birch") << Model::Birch << 14;
+    QTest::newRow("cedar") << Model::Cedar << 30;
+    QTest::newRow("larch") << Model::Larch << 24;
+    QTest::newRow("maple") << Model::Maple << 18;
+    QTest::newRow("rowan") << Model::Rowan << 30;
+    QTest::newRow("willow") << Model::Willow << 30;
+}
+
+void TestVunitUnit::reportLayout()
+{
+    QFETCH(Model, model);
+    QFETCH(int, block);
+    UnitConfig config;
+    config.model = model;
+    UnitModel unit(config);
+    QVERIFY(!unit.uploading());
+    const QVector<Heard> started = exchange(unit, SerialFrame::startUpload(2));
+    QCOMPARE(started.first().payload, QByteArray(1, '\0'));
+    QVERIFY(unit.uploading());
+    QCOMPARE(unit.reportRateHz(), 50);
+
+    for (qint64 t : { 0, 1234, 98765 }) {
+        QVector<Heard> reports;
+        FrameCutter cutter;
+        cutter.feed(unit.reportFrame(t), [&](quint8 c, const QByteArray &p) { reports.append({ c, p }); });
+        QCOMPARE(reports.size(), 1);
+        QCOMPARE(reports.first().code, quint8(0xA5));
+        QCOMPARE(reports.first().payload.size(), block + 64 + 1);
+        QCOMPARE(reports.first().payload.at(0), '\0');
+        const Answer page = interpretAnswer(0xA5, reports.first().payload);
+        QCOMPARE(page.data.size(), block + 64); // what the model page accepts
+        // Control words and both outputs within 0..1200; the key words lie between.
+        const QVector<quint16> values
+            = words(page.data, 0, unit.spec().controls.size()) + words(page.data, block, 32);
+        for (quint16 w : values)
+            QVERIFY2(w <= 1200, qPrintable(QStringLiteral("word %1 at t=%2").arg(w).arg(t)));
+    }
+
+    // The settings pages' upload carries the two SBUS outputs alone.
+    exchange(unit, SerialFrame::startUpload(1));
+    QCOMPARE(unit.reportPayload(500).size(), 65);
+    exchange(unit, SerialFrame::encode(0xE4));
+    QVERIFY(!unit.uploading());
+}
+
+void TestVunitUnit::inputsMoveLikeAHand_data()
+{
+    reportLayout_data();
+}
+
+void TestVunitUnit::inputsMoveLikeAHand()
+{
+    QFETCH(Model, model);
+    QFETCH(int, block);
+    UnitConfig config;
+    config.model = model;
+    config.seed = 7;
+    UnitModel unit(config);
+    const ModelSpec &spec = unit.spec();
+    exchange(unit, SerialFrame::startUpload(2));
+
+    QSet<quint16> switchValues;
+    QVector<int> keyPresses(spec.keyWordOffsets.size() * spec.keysPerWord);
+    QVector<quint16> previous;
+    int samples = 0;
+    for (qint64 t = 0; t < 60000; t += 20, ++samples) {
+        const QByteArray r = unit.reportPayload(t).mid(1);
+        const QVector<quint16> controls = words(r, 0, spec.controls.size());
+        for (int i = 0; i < controls.size(); ++i) {
+            QVERIFY(controls.at(i) <= 1200);
+            if (spec.controls.at(i) == InputKind::Switch) {
+                QVERIFY2(controls.at(i) == 0 || controls.at(i) == 600 || controls.at(i) == 1200,
+                    qPrintable(QString::number(controls.at(i))));
+                switchValues.insert(controls.at(i));
+            } else if (!previous.isEmpty()) {
+                // Smooth: no jump within one report interval.
+                QVERIFY(qAbs(int(controls.at(i)) - int(previous.at(i))) <= 60);
+            }
+        }
+        previous = controls;
+        for (int w = 0; w < spec.keyWordOffsets.size(); ++w) {
+            const quint16 word = words(r, spec.keyWordOffsets.at(w), 1).first();
+            for (int k = 0; k < spec.keysPerWord; ++k)
+                keyPresses[w * spec.keysPerWord + k] += (word >> k) & 1 ? 0 : 1;
+            QCOMPARE(word >> spec.keysPerWord, 0xFFFF >> spec.keysPerWord); // no lamps beyond the keys
+        }
+        for (quint16 out : words(r, block, 32))
+            QVERIFY(out <= 1200);
+    }
+    if (spec.controls.contains(InputKind::Switch))
+        QCOMPARE(switchValues.size(), 3);
+    // Every key is pressed now and then, and released most of the time.
+    for (int presses : keyPresses)
+        QVERIFY2(presses > 0 && presses < samples / 4, qPrintable(QString::number(presses)));
+}
+
+void TestVunitUnit::mixing_data()
+{
+    QTest::addColumn<ChannelSetting>("setting");
+    QTest::addColumn<int>("input");
+    QTest::addColumn<int>("expected");
+
+    auto s = [](int trim, int left, int right, bool reversed, int map, int none = 0) {
+        return ChannelSetting { trim, left, right, reversed, map, none };
+    };
+    QTest::newRow("150 % passes the input through") << s(0, 150, 150, false, 0) << 1000 << 1000;
+    QTest::newRow("100 % full up") << s(0, 100, 100, false, 0) << 1200 << 1000;
+    QTest::newRow("100 % full down") << s(0, 100, 100, false, 0) << 0 << 200;
+    QTest::newRow("reversed mirrors around 600") << s(0, 150, 150, true, 0) << 900 << 300;
+    QTest::newRow("reversed at 100 %") << s(0, 100, 100, true, 0) << 1200 << 200;
+    QTest::newRow("left travel for low inputs") << s(0, 50, 150, false, 0) << 0 << 400;
+    QTest::newRow("right travel for high inputs") << s(0, 50, 150, false, 0) << 1200 << 1200;
+    QTest::newRow("reversed uses the side it lands on") << s(0, 50, 150, true, 0) << 1200 << 400;
+    QTest::newRow("left travel 0 holds the centre") << s(0, 0, 100, false, 0) << 100 << 600;
+    QTest::newRow("trim shifts the centre") << s(-10, 100, 100, false, 0) << 600 << 560;
+    QTest::newRow("trim and travel clamp high") << s(125, 150, 150, false, 0) << 1200 << 1200;
+    QTest::newRow("trim and travel clamp low") << s(-125, 150, 150, false, 0) << 0 << 0;
+    QTest::newRow("travel beyond 150 counts as 150") << s(0, 255, 255, false, 0) << 0 << 0;
+    QTest::newRow("NONE gives the fixed value") << s(0, 100, 100, false, kMapNone, 50) << 0 << 800;
+    QTest::newRow("NONE at -100 and 150 %") << s(0, 150, 150, false, kMapNone, -100) << 1200 << 0;
+    QTest::newRow("NONE beyond 100 counts as 100") << s(0, 100, 100, false, kMapNone, 127) << 0 << 1000;
+    QTest::newRow("NONE reversed") << s(0, 100, 100, true, kMapNone, 25) << 0 << 500;
+    QTest::newRow("map past the controls feeds the centre") << s(0, 150, 150, false, 200) << 0 << 600;
+}
+
+void TestVunitUnit::mixing()
+{
+    QFETCH(ChannelSetting, setting);
+    QFETCH(int, input);
+    QFETCH(int, expected);
+    const QVector<quint16> controls { quint16(input), 17, 1111 };
+    QCOMPARE(mixChannel(setting, controls), expected);
+}
+
+void TestVunitUnit::writtenSettingsShowInReport()
+{
+    // What the SBUS page writes must show on the model page's bars.
+    UnitModel unit(UnitConfig {});
+    exchange(unit, SerialFrame::startUpload(2));
+    const QByteArray port1 = sbusTuning(0, [](QByteArray &t) {
+        for (int c = 0; c < 16; ++c)
+            t[17 + c] = t[33 + c] = char(150); // full travel
+        t[69 + 15] = char(kMapNone);
+    });
+    const QByteArray port2 = sbusTuning(1, [](QByteArray &t) {
+        for (int c = 0; c < 16; ++c)
+            t[17 + c] = t[33 + c] = char(150);
+        t[67] = char(0x05); // channels 1 and 3 reversed
+        t[69 + 1] = char(9); // channel 2 follows the second knob
+    });
+    QByteArray none1(17, '\0');
+    none1[16] = char(0x80 | 40); // channel 16: -40
+    QCOMPARE(exchange(unit,
+                 SerialFrame::encode(0xA4, port1) + SerialFrame::encode(0xA4, port2)
+                     + SerialFrame::encode(0xA8, none1))
+                 .size(),
+        3);
+
+    for (qint64 t = 0; t < 20000; t += 777) {
+        const QByteArray r = unit.reportPayload(t).mid(1);
+        const QVector<quint16> controls = words(r, 0, 14);
+        const QVector<quint16> sbus1 = words(r, 30, 16);
+        const QVector<quint16> sbus2 = words(r, 62, 16);
+        QCOMPARE(sbus1.at(0), controls.at(0));
+        QCOMPARE(sbus2.at(0), quint16(1200 - controls.at(0)));
+        QCOMPARE(sbus2.at(2), quint16(1200 - controls.at(2)));
+        QCOMPARE(sbus2.at(3), controls.at(3));
+        QCOMPARE(sbus2.at(1), controls.at(9));
+        QCOMPARE(sbus1.at(10), controls.at(10)); // a switch: 0, 600 or 1200 at full travel
+        QCOMPARE(sbus1.at(15), quint16(600 - 40 * 6));
+        QCOMPARE(sbus2.at(15), quint16(600)); // factory: "NONE" at 0
+    }
+}
+
+void TestVunitUnit::refusedCodesAnswerEE_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::newRow("sbus read") << SerialFrame::shortFrame(0xA3, 0);
+    QTest::newRow("identify") << SerialFrame::encode(0xFF);
+    QTest::newRow("upload start") << SerialFrame::startUpload(2);
+    QTest::newRow("baud write") << SerialFrame::encode(0x14, QByteArray::fromHex("00c20100"));
+    QTest::newRow("calibration finish") << SerialFrame::encode(0xE7);
+}
+
+void TestVunitUnit::refusedCodesAnswerEE()
+{
+    QFETCH(QByteArray, request);
+    const quint8 code = quint8(request.at(1));
+    UnitConfig config;
+    config.refused = { code };
+    UnitModel unit(config);
+    const QByteArray baudBefore = unit.store().value(0x13);
+    const QVector<Heard> heard = exchange(unit, request);
+    QCOMPARE(heard.size(), 1);
+    QCOMPARE(heard.first().code, code);
+    QCOMPARE(heard.first().payload.toHex(), QByteArray("ee"));
+    // A refused command is not carried out.
+    QVERIFY(!unit.uploading());
+    QCOMPARE(unit.store().value(0x13), baudBefore);
+}
+
+void TestVunitUnit::badRequestsAreIgnored_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::newRow("unknown code") << SerialFrame::encode(0x50, QByteArray::fromHex("0102"));
+    QTest::newRow("the unit's own report code") << SerialFrame::encode(0xA5, QByteArray(95, '\x01'));
+    QTest::newRow("unused code in range") << SerialFrame::encode(0x01);
+    QTest::newRow("sbus write one byte short") << SerialFrame::encode(0xA4, pattern(84, 1, 0));
+    QTest::newRow("sbus write one byte long") << SerialFrame::encode(0xA4, pattern(86, 1, 0));
+    QTest::newRow("sbus write port 2") << SerialFrame::encode(0xA4, pattern(85, 1, 2));
+    QTest::newRow("sbus read without port") << SerialFrame::encode(0xA3);
+    QTest::newRow("sbus none read port 7") << SerialFrame::shortFrame(0xA7, 7);
+    QTest::newRow("battery without detail") << SerialFrame::encode(0xAD);
+    QTest::newRow("battery detail 2") << SerialFrame::shortFrame(0xAD, 2);
+    QTest::newRow("throttle hold byte 0 not 0")
+        << SerialFrame::encode(0xB7, QByteArray::fromHex("01020101250f16"));
+    QTest::newRow("channel hold 9 bytes") << SerialFrame::encode(0xB5, QByteArray(9, '\0'));
+    QTest::newRow("baud 3 bytes") << SerialFrame::encode(0x14, QByteArray::fromHex("00c201"));
+    QTest::newRow("can frame of 10 bytes") << SerialFrame::encode(0xD6, QByteArray(10, '\x01'));
+    QTest::newRow("can frame index past count")
+        << SerialFrame::encode(0xD6, QByteArray::fromHex("0202230100000000000008"));
+    QTest::newRow("frame mapping read of frame 10") << SerialFrame::shortFrame(0xDB, 10);
+    QTest::newRow("upload start without rate") << SerialFrame::shortFrame(0xE5, 2);
+    QTest::newRow("empty group write") << SerialFrame::encode(0xD8);
+    // The SBUS control frame with a short payload has its trailer inside.
+    QTest::newRow("short fixed control frame")
+        << SerialFrame::fixedControlFrame(QByteArray::fromHex("0a0b0c"));
+}
+
+void TestVunitUnit::badRequestsAreIgnored()
+{
+    QFETCH(QByteArray, request);
+    UnitModel unit(UnitConfig {});
+    QStringList notes;
+    QCOMPARE(exchange(unit, request, &notes).size(), 0);
+    QCOMPARE(notes.size(), 1);
+    QVERIFY(!unit.uploading());
+    // Still answering, with its factory values.
+    const QVector<Heard> after = exchange(unit, SerialFrame::shortFrame(0xA3, 0) + SerialFrame::encode(0xD7));
+    QCOMPARE(after.size(), 2);
+    QCOMPARE(after.at(0).payload, UnitModel(UnitConfig {}).store().sbusTuning(0));
+}
+
+void TestVunitUnit::garbageNeverHidesRequests()
+{
+    // Random bytes between real requests, fed in random pieces: false headers
+    // announcing more than a request can hold, and a stray header byte right
+    // in front of a request, delay nothing; every request is answered once,
+    // in order.
+    UnitModel unit(UnitConfig {});
+    Rng rng(99);
+    auto junkByte = [&rng]() {
+        for (;;) {
+            const int b = rng.range(0, 255);
+            if (b != 0xFA && b != 0x5F)
+                return char(b);
+        }
+    };
+    QByteArray line;
+    QVector<QByteArray> expected;
+    for (int i = 0; i < 400; ++i) {
+        const int junk = rng.range(0, 12);
+        for (int k = 0; k < junk; ++k) {
+            if (rng.range(0, 3) == 0)
+                line += QByteArray("\xFA") + junkByte() + junkByte() + char(rng.range(5, 0xF9));
+            else
+                line += junkByte();
+        }
+        if (rng.range(0, 4) == 0)
+            line += '\xFA';
+        const quint8 port = quint8(i % 2);
+        line += SerialFrame::shortFrame(0xA3, port);
+        expected.append(unit.store().sbusTuning(port));
+    }
+    line += SerialFrame::encode(0xFF);
+    expected.append("ALDER");
+
+    RequestCutter cutter;
+    QVector<QByteArray> answers;
+    QStringList notes;
+    for (int from = 0; from < line.size();) {
+        const int n = rng.range(1, 40);
+        cutter.feed(
+            line.mid(from, n),
+            [&](quint8 c, const QByteArray &p) { answers += unit.handle(c, p, 0, &notes); }, &notes);
+        from += n;
+    }
+    QVector<QByteArray> heard;
+    FrameCutter fc;
+    for (const QByteArray &a : answers)
+        fc.feed(a, [&](quint8, const QByteArray &p) { heard.append(p); });
+    QCOMPARE(heard, expected);
+    QVERIFY(!notes.isEmpty());
+
+    // A flood of header bytes is dropped, not kept.
+    cutter.feed(
+        QByteArray(100000, '\xFA'), [](quint8, const QByteArray &) {}, &notes);
+    QVERIFY(cutter.pendingSize() <= 4);
+}
+
+void TestVunitUnit::batteryAnswers_data()
+{
+    QTest::addColumn<int>("detail");
+    QTest::addColumn<int>("length");
+    QTest::newRow("plain") << 0 << 3;
+    QTest::newRow("with signal") << 1 << 6;
+}
+
+void TestVunitUnit::batteryAnswers()
+{
+    QFETCH(int, detail);
+    QFETCH(int, length);
+    UnitModel unit(UnitConfig {});
+    int previous = 1000;
+    for (qint64 t : { 0ll, 60000ll, 600000ll, 6000000ll, 60000000ll }) {
+        const QVector<Heard> heard
+            = exchange(unit, SerialFrame::shortFrame(0xAD, quint8(detail)), nullptr, t);
+        QCOMPARE(heard.size(), 1);
+        const QByteArray b = heard.first().payload;
+        QCOMPARE(b.size(), length);
+        const int centivolts = quint8(b.at(0)) * 100 + quint8(b.at(1));
+        QVERIFY(quint8(b.at(1)) < 100);
+        QVERIFY2(
+            centivolts >= 660 && centivolts <= 840, qPrintable(QString::number(centivolts))); // two cells
+        QVERIFY(centivolts <= previous);
+        QVERIFY(quint8(b.at(2)) <= 100);
+        previous = centivolts;
+        if (length == 6) {
+            QCOMPARE(quint8(b.at(4)), quint8(0x80)); // negative dBm
+            QVERIFY(quint8(b.at(3)) >= 30 && quint8(b.at(3)) <= 90);
+            QVERIFY(quint8(b.at(5)) <= 100);
+        }
+    }
+    QVERIFY(previous < 830); // it drains
+}
+
+void TestVunitUnit::singleByteAnswers_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("calibration start") << SerialFrame::encode(0xE6) << QByteArray::fromHex("00");
+    QTest::newRow("calibration finish") << SerialFrame::encode(0xE7) << QByteArray::fromHex("00");
+    QTest::newRow("ground module reset") << SerialFrame::encode(0x11) << QByteArray::fromHex("01");
+    QTest::newRow("air module reset") << SerialFrame::encode(0x12) << QByteArray::fromHex("01");
+    QTest::newRow("upload stop") << SerialFrame::encode(0xE4) << QByteArray::fromHex("00");
+}
+
+void TestVunitUnit::singleByteAnswers()
+{
+    QFETCH(QByteArray, request);
+    QFETCH(QByteArray, answer);
+    UnitModel unit(UnitConfig {});
+    const QVector<Heard> heard = exchange(unit, request);
+    QCOMPARE(heard.size(), 1);
+    QCOMPARE(heard.first().payload.toHex(), answer.toHex());
+    QVERIFY(interpretAnswer(heard.first().code, heard.first().payload).emits || request.at(1) == char(0xE4));
+}
+
+void TestVunitUnit::lineFaultsKeepAnswersIntact_data()
+{
+    QTest::addColumn<bool>("noise");
+    QTest::addColumn<bool>("split");
+    QTest::addColumn<int>("seed");
+    for (int seed : { 1, 2, 3 }) {
+        QTest::addRow("noise, seed %d", seed) << true << false << seed;
+        QTest::addRow("split, seed %d", seed) << false << true << seed;
+        QTest::addRow("noise and split, seed %d", seed) << true << true << seed;
+    }
+}
+
+void TestVunitUnit::lineFaultsKeepAnswersIntact()
+{
+    // The configurator's cutter, read by read as the chunks arrive. Noise
+    // alone costs nothing. Split frames may make it drop or repeat channel
+    // reports (a report's own bytes can look like a pending header), but every
+    // answer arrives, first arrivals in order, and nothing arrives that was
+    // never sent.
+    QFETCH(bool, noise);
+    QFETCH(bool, split);
+    QFETCH(int, seed);
+    UnitModel unit(UnitConfig {});
+    exchange(unit, SerialFrame::startUpload(2));
+    FaultOptions options;
+    options.noise = noise;
+    options.split = split;
+    options.seed = quint64(seed);
+    LineFaults faults(options);
+
+    QVector<QByteArray> sentAnswers;
+    QSet<QByteArray> sentReports;
+    FrameCutter cutter;
+    QVector<QByteArray> gotAnswers;
+    int gotReports = 0;
+    int sentReportCount = 0;
+    for (int i = 0; i < 300; ++i) {
+        QByteArray frame;
+        if (i % 3 == 0) {
+            QByteArray baud(4, '\0');
+            baud[0] = char(i & 0x7F);
+            baud[1] = char(i >> 7);
+            frame = SerialFrame::encode(0x13, baud);
+            sentAnswers.append(frame);
+        } else {
+            frame = unit.reportFrame(i * 20);
+            sentReports.insert(frame.mid(4, frame.size() - 5));
+            ++sentReportCount;
+        }
+        for (const Chunk &c : faults.shape(frame)) {
+            cutter.feed(c.bytes, [&](quint8 code, const QByteArray &p) {
+                if (code == 0xA5) {
+                    QVERIFY(sentReports.contains(p));
+                    ++gotReports;
+                } else {
+                    gotAnswers.append(SerialFrame::encode(code, p));
+                }
+            });
+        }
+    }
+    if (!split) {
+        QCOMPARE(gotAnswers, sentAnswers);
+        QCOMPARE(gotReports, sentReportCount);
+        return;
+    }
+    QVector<QByteArray> firstArrivals;
+    for (const QByteArray &a : gotAnswers) {
+        QVERIFY(sentAnswers.contains(a));
+        if (!firstArrivals.contains(a))
+            firstArrivals.append(a);
+    }
+    QCOMPARE(firstArrivals, sentAnswers);
+    QVERIFY(gotReports > sentReportCount / 2);
+}
+
+void TestVunitUnit::delayedAnswerDoesNotHoldReports()
+{
+    OutputQueue q;
+    q.push({ Chunk { "answer", 0 } }, 100);
+    q.push({ Chunk { "rep", 0 }, Chunk { "ort1", 5 } }, 0);
+    q.push({ Chunk { "report2", 0 } }, 0);
+    QCOMPARE(q.takeDue(0), QByteArray("rep"));
+    QCOMPARE(q.nextDue(), 5);
+    QCOMPARE(q.takeDue(3), QByteArray()); // nothing slips into a split frame
+    QCOMPARE(q.takeDue(5), QByteArray("ort1report2"));
+    QCOMPARE(q.nextDue(), 100);
+    QCOMPARE(q.takeDue(99), QByteArray());
+    QCOMPARE(q.takeDue(100), QByteArray("answer"));
+    QVERIFY(q.isEmpty());
+    QCOMPARE(q.nextDue(), -1);
+}
+
+void TestVunitUnit::options_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<bool>("ok");
+    QTest::addColumn<QString>("check");
+    QTest::newRow("defaults") << QStringList() << true << "ALDER 0 refuse: rate 0 delay 0";
+    QTest::newRow("model and module")
+        << QStringList { "--model", "rowan", "--module", "2" } << true << "ROWAN 2 refuse: rate 0 delay 0";
+    QTest::newRow("willow by its long name")
+        << QStringList { "--model", "WILLOW" } << true << "WILLO 0 refuse: rate 0 delay 0";
+    QTest::newRow("refusals") << QStringList { "--refuse", "0xA3", "--refuse", "c4" } << true
+                              << "ALDER 0 refuse:a3,c4 rate 0 delay 0";
+    QTest::newRow("faults") << QStringList { "--rate", "25", "--delay", "30", "--noise", "--split" } << true
+                            << "ALDER 0 refuse: rate 25 delay 30 noise split";
+    QTest::newRow("unknown model") << QStringList { "--model", "OAK" } << false << "";
+    QTest::newRow("module 3") << QStringList { "--module", "3" } << false << "";
+    QTest::newRow("refuse not hex") << QStringList { "--refuse", "xyz" } << false << "";
+    QTest::newRow("refuse too big") << QStringList { "--refuse", "0x1A3" } << false << "";
+    QTest::newRow("stray argument") << QStringList { "ALDER" } << false << "";
+    QTest::newRow("rate 0") << QStringList { "--rate", "0" } << false << "";
+}
+
+void TestVunitUnit::options()
+{
+    QFETCH(QStringList, args);
+    QFETCH(bool, ok);
+    QFETCH(QString, check);
+    VunitOptions o;
+    QString text;
+    const ParseResult r = parseOptions(QStringList { "quillmark-vunit" } + args, &o, &text);
+    QCOMPARE(r == ParseResult::Run, ok);
+    if (!ok) {
+        QVERIFY(!text.isEmpty());
+        return;
+    }
+    QStringList refused;
+    for (quint8 c : o.unit.refused)
+        refused << QString::number(c, 16);
+    refused.sort();
+    QString got = QStringLiteral("%1 %2 refuse:%3 rate %4 delay %5")
+                      .arg(QString::fromLatin1(modelSpec(o.unit.model).identifier))
+                      .arg(o.unit.moduleKind)
+                      .arg(refused.join(QLatin1Char(',')))
+                      .arg(o.unit.reportRateHz)
+                      .arg(o.faults.answerDelayMs);
+    if (o.faults.noise)
+        got += QLatin1String(" noise");
+    if (o.faults.split)
+        got += QLatin1String(" split");
+    QCOMPARE(got, check);
+}
+
+QTEST_APPLESS_MAIN(TestVunitUnit)
+#include "tst_vunit_unit.moc"

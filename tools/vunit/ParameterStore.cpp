@@ -1,0 +1,250 @@
+#include "ParameterStore.h"
+
+#include "Command.h"
+#include "GroupCodes.h"
+
+#include <QtEndian>
+
+namespace Vunit
+{
+
+namespace
+{
+
+constexpr int kChannels = 16;
+// Offsets inside the 85-byte SBUS tuning payload.
+constexpr int kTrimAt = 1;
+constexpr int kLeftAt = 17;
+constexpr int kRightAt = 33;
+constexpr int kFailsafeAt = 49;
+constexpr int kPhaseAt = 67;
+constexpr int kMapAt = 69;
+
+constexpr quint8 kFailsafeOff = 255;
+constexpr quint8 kNoSwitch = 255;
+constexpr quint8 kNoKey = 255;
+
+QByteArray bytes(std::initializer_list<int> values)
+{
+    QByteArray out;
+    for (int v : values)
+        out.append(char(quint8(v)));
+    return out;
+}
+
+QByteArray le32(quint32 v)
+{
+    QByteArray out(4, '\0');
+    qToLittleEndian(v, reinterpret_cast<uchar *>(out.data()));
+    return out;
+}
+
+} // namespace
+
+int fromSignMagnitude(quint8 byte)
+{
+    const int magnitude = byte & 0x7F;
+    return (byte & 0x80) ? -magnitude : magnitude;
+}
+
+quint8 toSignMagnitude(int value)
+{
+    const int magnitude = qMin(127, qAbs(value));
+    return quint8(value < 0 ? (0x80 | magnitude) : magnitude);
+}
+
+ParameterStore::ParameterStore(const ModelSpec &spec)
+    : m_spec(spec)
+{
+    restoreFactory();
+}
+
+void ParameterStore::restoreFactory()
+{
+    m_values.clear();
+    seedSbus();
+    seedSimpleGroups();
+    seedCustomOutput();
+}
+
+void ParameterStore::seedSbus()
+{
+    // Both ports alike: the first channels follow the controls in report
+    // order, the rest are "NONE" at the centre; travel 100 %, no failsafe.
+    for (int port = 0; port < 2; ++port) {
+        QByteArray t(kSbusTuningBytes, '\0');
+        t[0] = char(port);
+        for (int c = 0; c < kChannels; ++c) {
+            t[kLeftAt + c] = char(100);
+            t[kRightAt + c] = char(100);
+            t[kFailsafeAt + c] = char(kFailsafeOff);
+            t[kMapAt + c] = char(c < m_spec.controls.size() ? c : kMapNone);
+        }
+        m_sbusTuning[port] = t;
+
+        QByteArray n(kSbusNoneBytes, '\0');
+        n[0] = char(port);
+        m_sbusNone[port] = n;
+
+        m_hold[port] = bytes({ port, kNoSwitch, 0, 0, 0, 0, 0, 0 });
+    }
+}
+
+void ParameterStore::seedSimpleGroups()
+{
+    // Key combinations: no keys, single step 10.
+    QByteArray combos;
+    for (int i = 0; i < 5; ++i)
+        combos += bytes({ kNoKey, kNoKey, 10 });
+    m_values.insert(Command::ReadKeyCombinations, combos);
+    // Super keys: six keys (none), six signs, six magnitudes, twice.
+    const QByteArray superKey = QByteArray(6, char(kNoKey)) + QByteArray(12, '\0');
+    m_values.insert(Command::ReadSuperKeys, superKey + superKey);
+    m_values.insert(Command::ReadKeyAttributes, QByteArray(m_spec.keyAttributeBytes, '\0'));
+    m_values.insert(Command::ReadSbusOutput, bytes({ 2 })); // both SBUS outputs on
+    m_values.insert(
+        Command::ReadHidMapping, bytes({ 0, 1, 2, 3, 4, 5, 6, 7 })); // HID axes follow the controls
+    m_values.insert(Command::ReadHidOutput, bytes({ 0 })); // HID game controller
+    // Throttle hold: byte 0 = 0, no switch, mode 0, hold at -100, 1.0 s each way.
+    m_values.insert(Command::ReadThrottleHold, bytes({ 0, kNoSwitch, 0, 1, 100, 10, 10 }));
+    m_values.insert(Command::ReadIdleWarning, bytes({ 5 })); // idle warning
+    m_values.insert(Command::ReadLowVoltage, bytes({ 7, 0 })); // low voltage alarm at 7.00 V (two cells)
+    m_values.insert(Command::ReadBaud, le32(115200));
+    m_values.insert(Command::ReadExternalSbusInput, bytes({ 0 }));
+    m_values.insert(Code::ReadSbusPriority, bytes({ 0x21 })); // SBUS 1 priority 1, SBUS 2 priority 2
+    m_values.insert(Code::ReadSbusProtocol, bytes({ 0x50 })); // both ports V1.0
+    m_values.insert(
+        Code::ReadSbusControl, bytes({ kNoSwitch, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11 })); // SBUS control
+    m_values.insert(Code::ReadModulePower, bytes({ 1, 0 })); // module power on, ROM off
+    m_values.insert(Code::ReadModuleSwitch, bytes({ kNoSwitch, 3 })); // no physical switch, 3
+    m_values.insert(Command::ReadExternalCharging, bytes({ 0 })); // external charging off
+}
+
+void ParameterStore::seedCustomOutput()
+{
+    m_values.insert(Command::ReadOutputModule, bytes({ 2 })); // output module in TTL mode
+    m_values.insert(Code::ReadEnableFlags, bytes({ 0x10 })); // CAN on, serial stream off
+    m_values.insert(Code::ReadCanFrequency, bytes({ 20 })); // CAN frequency
+    // Serial stream: frame head, frame end, frequency, byte order/check,
+    // then minimum and maximum as 16-bit values.
+    QByteArray stream = bytes({ 0x0F, 0x00, 50, 0 });
+    QByteArray range(4, '\0');
+    qToLittleEndian(qint16(-1000), reinterpret_cast<uchar *>(range.data()));
+    qToLittleEndian(qint16(1000), reinterpret_cast<uchar *>(range.data() + 2));
+    m_values.insert(Code::ReadStreamHeader, stream + range);
+    // The 40 stream flags packed eight to a byte (first 16 on), then the
+    // selector index of each of the 40 stream entries.
+    QByteArray table = bytes({ 0xFF, 0xFF, 0, 0, 0 });
+    for (int i = 0; i < 40; ++i)
+        table.append(char(i % 16));
+    m_values.insert(Code::ReadStreamTable, table);
+    m_values.insert(Code::ReadClosingByte, bytes({ 1 }));
+
+    // One CAN frame: standard identifier 0x123, data frame, 8 bytes.
+    m_canFrameCount = 1;
+    m_canFrames = { bytes({ 1, 0, 0x23, 0x01, 0, 0, 0, 0, 0, 0, 8 }) };
+    m_frameValues.clear();
+}
+
+void ParameterStore::setSbusTuning(const QByteArray &payload)
+{
+    m_sbusTuning[quint8(payload.at(0)) ? 1 : 0] = payload;
+}
+
+void ParameterStore::setSbusNone(const QByteArray &payload)
+{
+    m_sbusNone[quint8(payload.at(0)) ? 1 : 0] = payload;
+}
+
+void ParameterStore::setChannelHoldBlock(const QByteArray &block)
+{
+    m_hold[quint8(block.at(0)) ? 1 : 0] = block;
+}
+
+QByteArray ParameterStore::canFrame(int index) const
+{
+    if (index < 0 || index >= m_canFrameCount || index >= m_canFrames.size())
+        return QByteArray();
+    QByteArray frame = m_canFrames.at(index);
+    frame[0] = char(m_canFrameCount);
+    return frame;
+}
+
+void ParameterStore::setCanFrame(const QByteArray &header)
+{
+    const int count = qMin(int(quint8(header.at(0))), kMaxCanFrames);
+    m_canFrameCount = count;
+    if (header.size() < kCanFrameBytes) {
+        m_canFrames.clear();
+        return;
+    }
+    const int index = quint8(header.at(1));
+    m_canFrames.resize(count);
+    if (index < count)
+        m_canFrames[index] = header;
+    for (int i = 0; i < m_canFrames.size(); ++i) {
+        if (m_canFrames.at(i).isEmpty()) {
+            QByteArray blank(kCanFrameBytes, '\0');
+            blank[1] = char(i);
+            m_canFrames[i] = blank;
+        }
+    }
+}
+
+QByteArray ParameterStore::frameValue(quint8 readCode, int index) const
+{
+    const QVector<QByteArray> stored = m_frameValues.value(readCode);
+    if (index >= 0 && index < stored.size() && !stored.at(index).isEmpty())
+        return stored.at(index);
+    // Factory mapping of a frame: every data byte in use, all linear,
+    // channels in order.
+    switch (readCode) {
+    case Code::ReadFrameMasks:
+        return bytes({ 8, 0xFF, 0x00 });
+    case Code::ReadFrameBits:
+        return QByteArray(64, '\0');
+    case Code::ReadFrameBytes: {
+        QByteArray triples;
+        for (int i = 0; i < 8; ++i)
+            triples += bytes({ i, i, 0 });
+        return triples;
+    }
+    case Code::ReadFrameChannels: {
+        // Answered with 9 bytes: the frame index and one channel per data byte.
+        QByteArray channels = bytes({ index });
+        for (int i = 0; i < 8; ++i)
+            channels.append(char(i));
+        return channels;
+    }
+    default:
+        return QByteArray();
+    }
+}
+
+void ParameterStore::setFrameValue(quint8 readCode, int index, const QByteArray &payload)
+{
+    if (index < 0 || index >= kMaxCanFrames)
+        return;
+    QVector<QByteArray> &stored = m_frameValues[readCode];
+    if (stored.size() <= index)
+        stored.resize(index + 1);
+    stored[index] = payload;
+}
+
+ChannelSetting ParameterStore::channelSetting(int port, int channel) const
+{
+    const QByteArray &t = m_sbusTuning[port];
+    const QByteArray &n = m_sbusNone[port];
+    auto at = [](const QByteArray &a, int i) { return quint8(a.at(i)); };
+    ChannelSetting s;
+    s.trim = fromSignMagnitude(at(t, kTrimAt + channel));
+    s.leftTravel = at(t, kLeftAt + channel);
+    s.rightTravel = at(t, kRightAt + channel);
+    const int phaseMask = at(t, kPhaseAt) | (at(t, kPhaseAt + 1) << 8);
+    s.reversed = (phaseMask >> channel) & 1;
+    s.map = at(t, kMapAt + channel);
+    s.noneValue = fromSignMagnitude(at(n, 1 + channel));
+    return s;
+}
+
+} // namespace Vunit
