@@ -1,10 +1,11 @@
 #include "ChannelListenInterface.h"
 
-#include "AppPaths.h"
+#include "DeviceData.h"
+
 #include "HelpWidget.h"
-#include "MainWindow.h"
 #include "Messages.h"
 #include "ModelDefaults.h"
+#include "PageHost.h"
 #include "SettingPage.h"
 
 #include <QCloseEvent>
@@ -69,7 +70,8 @@ ChannelListenInterface::ChannelListenInterface(int model, QWidget *parent)
 
     // The menu follows the radio module kind the unit reported: 1 has the
     // module power page, 2 the external output module.
-    const int module = MainWindow::instance() ? MainWindow::instance()->m_data.m_module : 0;
+    PageHost *host = PageHost::instance();
+    const int module = host ? host->deviceData().m_module : 0;
     m_entries = { SectionSbus1, SectionSbus2, SectionChannelHold, SectionButtons, SectionComprehensive };
     if (module == 1)
         m_entries.append(SectionRadioModule);
@@ -79,10 +81,10 @@ ChannelListenInterface::ChannelListenInterface(int model, QWidget *parent)
     for (int section = 0; section < int(m_menu.size()); ++section)
         m_menu[size_t(section)]->setVisible(m_entries.contains(section));
 
-    if (MainWindow *window = MainWindow::instance()) {
-        const QString name = modelDefaultsFileName(model);
-        if (!name.isEmpty() && !loadModelDefaults(AppPaths::file(QStringLiteral("/config/") + name), window->m_data))
-            Messages::warning(this, name, QStringLiteral("open file failed!"));
+    if (host) {
+        const QString path = modelDefaultsPath(model);
+        if (!path.isEmpty() && !loadModelDefaults(path, host->deviceData()))
+            Messages::warning(this, modelDefaultsFileName(model), QStringLiteral("open file failed!"));
     }
 }
 
@@ -211,8 +213,8 @@ void ChannelListenInterface::on_channelListen_return_clicked()
 {
     hide();
     m_scroll = 0;
-    if (MainWindow *window = MainWindow::instance())
-        window->showModelPage();
+    if (PageHost *host = PageHost::instance())
+        host->showModelPage();
 }
 
 void ChannelListenInterface::on_leftScaleButton_clicked()
@@ -257,6 +259,24 @@ void ChannelListenInterface::layoutHub()
     const int u = h / 20;
     const int bar = 3 * u / 2;
 
+    // The current section's button is bold and white, the others normal and black.
+    for (int section = 0; section < int(m_menu.size()); ++section) {
+        QPushButton *button = m_menu[size_t(section)];
+        const bool current = section == m_section;
+        const int weight = current ? 75 : 50;
+        if (button->font().weight() != weight) {
+            QFont font = button->font();
+            font.setWeight(weight);
+            button->setFont(font);
+        }
+        const QColor colour = current ? QColor(Qt::white) : QColor(Qt::black);
+        if (button->palette().color(QPalette::ButtonText) != colour) {
+            QPalette palette = button->palette();
+            palette.setColor(QPalette::ButtonText, colour);
+            button->setPalette(palette);
+        }
+    }
+
     const int returnWidth = qMax(w / 8, textWidth(m_return) * 3 / 2);
     const int returnX = w - kEdgeMargin - returnWidth;
     m_return->setGeometry(returnX, kTopMargin, returnWidth, u);
@@ -290,22 +310,4 @@ void ChannelListenInterface::layoutHub()
 
     if (SettingPage *p = page(m_section))
         p->setGeometry(0, bar, w, h - 3 * u);
-
-    // The current section's button is bold and white, the others normal and black.
-    for (int section = 0; section < int(m_menu.size()); ++section) {
-        QPushButton *button = m_menu[size_t(section)];
-        const bool current = section == m_section;
-        const int weight = current ? 75 : 50;
-        if (button->font().weight() != weight) {
-            QFont font = button->font();
-            font.setWeight(weight);
-            button->setFont(font);
-        }
-        const QColor colour = current ? QColor(Qt::white) : QColor(Qt::black);
-        if (button->palette().color(QPalette::ButtonText) != colour) {
-            QPalette palette = button->palette();
-            palette.setColor(QPalette::ButtonText, colour);
-            button->setPalette(palette);
-        }
-    }
 }

@@ -17,10 +17,13 @@ void FrameCutter::feed(const QByteArray &bytes, const Sink &sink)
     if (m_pending.isEmpty()) {
         buf = bytes;
     } else {
-        buf = m_pending + bytes;
         if (m_tailQuiet)
             searchedEnd = m_pending.size();
-        m_pending.clear();
+        // Appending in place keeps a long pending tail from being copied at
+        // every read.
+        buf = std::move(m_pending);
+        m_pending = QByteArray();
+        buf.append(bytes);
     }
 
     const auto *d = reinterpret_cast<const uchar *>(buf.constData());
@@ -69,7 +72,7 @@ void FrameCutter::feed(const QByteArray &bytes, const Sink &sink)
     }
 
     if (lastIncomplete >= 0) {
-        m_pending = buf.mid(lastIncomplete);
+        m_pending = lastIncomplete == 0 ? buf : buf.mid(lastIncomplete);
         m_tailQuiet = quietSinceIncomplete;
     } else {
         m_tailQuiet = false;

@@ -361,12 +361,13 @@ void ModelInterface::paintEvent(QPaintEvent *)
         switch (part.kind) {
         case PartKind::Stick: {
             // Vertical axis label above, horizontal axis label on the right.
-            const int side = qMax(0, qMin(place.width() - 2 * fm.horizontalAdvance(part.label2) - 8,
-                                          place.height() - line));
-            const QRect square(place.left() + (place.width() - side) / 2, place.top() + line, side, side);
+            const int labelWidth = fm.horizontalAdvance(part.label2) + 4;
+            const int side = qMax(0, qMin(place.width() - labelWidth, place.height() - line));
+            const int left = place.left() + qMax(0, (place.width() - side) / 2 - labelWidth / 2);
+            const QRect square(left, place.top() + line, side, side);
             widget->setGeometry(square);
             painter.drawText(QRect(square.left(), place.top(), square.width(), line), Qt::AlignCenter, part.label);
-            painter.drawText(QRect(square.right() + 4, square.top(), place.right() - square.right(), square.height()),
+            painter.drawText(QRect(square.right() + 4, square.top(), labelWidth, square.height()),
                              Qt::AlignLeft | Qt::AlignVCenter, part.label2);
             break;
         }

@@ -223,10 +223,10 @@ ModelSpec willow()
         single(PartKind::Knob, { 0.58, 0.03, 0.14, 0.17 }, 9, QStringLiteral("RD")),
         lamps({ 0.22, 0.24, 0.56, 0.10 }, 0, 0, fKeys(1, 5)),
         lamps({ 0.22, 0.35, 0.56, 0.10 }, 0, 5, fKeys(6, 10)),
-        stick({ 0.02, 0.47, 0.36, 0.51 }, 0, 1, QStringLiteral("T1"), QStringLiteral("T2")),
-        stick({ 0.39, 0.47, 0.22, 0.25 }, 4, 5, QStringLiteral("T5"), QStringLiteral("T6")),
-        stick({ 0.39, 0.73, 0.22, 0.25 }, 6, 7, QStringLiteral("T7"), QStringLiteral("T8")),
-        stick({ 0.62, 0.47, 0.36, 0.51 }, 2, 3, QStringLiteral("T3"), QStringLiteral("T4")),
+        stick({ 0.02, 0.47, 0.35, 0.51 }, 0, 1, QStringLiteral("T1"), QStringLiteral("T2")),
+        stick({ 0.37, 0.47, 0.26, 0.26 }, 4, 5, QStringLiteral("T5"), QStringLiteral("T6")),
+        stick({ 0.37, 0.73, 0.26, 0.26 }, 6, 7, QStringLiteral("T7"), QStringLiteral("T8")),
+        stick({ 0.63, 0.47, 0.35, 0.51 }, 2, 3, QStringLiteral("T3"), QStringLiteral("T4")),
     };
     return m;
 }
