@@ -32,9 +32,8 @@ for arg in "$@"; do
     esac
 done
 
-if [[ ! -x "$bin/quillmark" || ! -x "$bin/quillmark-vunit" ]]; then
-    QM_BUILD_DIR=$build bash "$root/scripts/build.sh"
-fi
+# An up-to-date build costs a few seconds; a stale one would show old code.
+QM_BUILD_DIR=$build bash "$root/scripts/build.sh"
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/quillmark-run.XXXXXX")
 unit_pid=

@@ -3,7 +3,10 @@
 #include "SerialLink.h"
 #include "StartupRules.h"
 
+#include <QRegularExpression>
 #include <QSerialPort>
+#include <QTranslator>
+#include <QXmlStreamReader>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -13,6 +16,7 @@ class TestStartup : public QObject
 private Q_SLOTS:
     void translationFollowsExactLocale_data();
     void translationFollowsExactLocale();
+    void englishTranslationCoversEveryText();
     void windowPlacement_data();
     void windowPlacement();
     void secondGuardOnOneKeyMayNotRun();
@@ -37,6 +41,42 @@ void TestStartup::translationFollowsExactLocale()
     QFETCH(QString, locale);
     QFETCH(QString, file);
     QCOMPARE(StartupRules::translationFile(locale), file);
+}
+
+// Every interface text of the sources needs its English form: a text added
+// without one would show Chinese to every user outside zh_CN.
+void TestStartup::englishTranslationCoversEveryText()
+{
+    QFile ts(QStringLiteral(QM_SOURCE_DIR "/translations/english.ts"));
+    QVERIFY(ts.open(QIODevice::ReadOnly));
+    QXmlStreamReader xml(&ts);
+    QString context;
+    QString source;
+    int messages = 0;
+    const QRegularExpression chinese(QStringLiteral("[\\x{4e00}-\\x{9fff}]"));
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("name")) {
+            context = xml.readElementText();
+        } else if (xml.name() == QLatin1String("source")) {
+            source = xml.readElementText();
+        } else if (xml.name() == QLatin1String("translation")) {
+            ++messages;
+            const bool unfinished = xml.attributes().value(QLatin1String("type")) == QLatin1String("unfinished");
+            const QString translation = xml.readElementText();
+            QVERIFY2(!unfinished && !translation.isEmpty() && !translation.contains(chinese),
+                     qPrintable(context + QLatin1String(": ") + source));
+        }
+    }
+    QVERIFY(!xml.hasError());
+    QVERIFY(messages > 30);
+
+    QTranslator translator;
+    QVERIFY(translator.load(QStringLiteral(QM_APP_DIR) + StartupRules::translationFile(QStringLiteral("en_US"))));
+    QCOMPARE(translator.translate("ChannelListenInterface", "写入数据"), QStringLiteral("Write Data"));
+    QCOMPARE(translator.translate("HelpWidget", "帮助说明"), QStringLiteral("Help"));
+    QVERIFY(translator.load(QStringLiteral(QM_APP_DIR) + StartupRules::translationFile(QStringLiteral("zh_CN"))));
 }
 
 void TestStartup::windowPlacement_data()

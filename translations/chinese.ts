@@ -1,0 +1,201 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="zh_CN">
+<context>
+    <name>ChannelListenInterface</name>
+    <message>
+        <source>SBUS1设置</source>
+        <translation>SBUS1设置</translation>
+    </message>
+    <message>
+        <source>SBUS2设置</source>
+        <translation>SBUS2设置</translation>
+    </message>
+    <message>
+        <source>通道保持</source>
+        <translation>通道保持</translation>
+    </message>
+    <message>
+        <source>按钮设置</source>
+        <translation>按钮设置</translation>
+    </message>
+    <message>
+        <source>综合设置</source>
+        <translation>综合设置</translation>
+    </message>
+    <message>
+        <source>图传设置</source>
+        <translation>图传设置</translation>
+    </message>
+    <message>
+        <source>自定义设置</source>
+        <translation>自定义设置</translation>
+    </message>
+    <message>
+        <source>返 回</source>
+        <translation>返 回</translation>
+    </message>
+    <message>
+        <source>写入数据</source>
+        <translation>写入数据</translation>
+    </message>
+    <message>
+        <source>读取数据</source>
+        <translation>读取数据</translation>
+    </message>
+    <message>
+        <source>保存配置</source>
+        <translation>保存配置</translation>
+    </message>
+    <message>
+        <source>加载配置</source>
+        <translation>加载配置</translation>
+    </message>
+    <message>
+        <source>恢复出厂设置</source>
+        <translation>恢复出厂设置</translation>
+    </message>
+</context>
+<context>
+    <name>HelpWidget</name>
+    <message>
+        <source>Help Guide</source>
+        <translation>Help Guide</translation>
+    </message>
+    <message>
+        <source>通道配置</source>
+        <translation>通道配置</translation>
+    </message>
+    <message>
+        <source>SBUS设置</source>
+        <translation>SBUS设置</translation>
+    </message>
+    <message>
+        <source>通道保持</source>
+        <translation>通道保持</translation>
+    </message>
+    <message>
+        <source>按键设置</source>
+        <translation>按键设置</translation>
+    </message>
+    <message>
+        <source>综合设置</source>
+        <translation>综合设置</translation>
+    </message>
+    <message>
+        <source>图传设置</source>
+        <translation>图传设置</translation>
+    </message>
+    <message>
+        <source>自定义设置</source>
+        <translation>自定义设置</translation>
+    </message>
+    <message>
+        <source>版权信息</source>
+        <translation>版权信息</translation>
+    </message>
+    <message>
+        <source>帮助说明</source>
+        <translation>帮助说明</translation>
+    </message>
+</context>
+<context>
+    <name>MDlg</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Dialog</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>否</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Remote control unit is connecting...</source>
+        <translation>Remote control unit is connecting...</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;&quot;&gt;&lt;span style=&quot; font-style:italic; text-decoration: underline; color:#0000ff;&quot;&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=""&gt;&lt;span style=" font-style:italic; text-decoration: underline; color:#0000ff;"&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>写入数据</source>
+        <translation>写入数据</translation>
+    </message>
+    <message>
+        <source>确认要写入数据吗!</source>
+        <translation>确认要写入数据吗!</translation>
+    </message>
+    <message>
+        <source>正在写入中...</source>
+        <translation>正在写入中...</translation>
+    </message>
+    <message>
+        <source>写入中...</source>
+        <translation>写入中...</translation>
+    </message>
+    <message>
+        <source>恢复出厂设置</source>
+        <translation>恢复出厂设置</translation>
+    </message>
+    <message>
+        <source>确认要恢复出厂设置吗！</source>
+        <translation>确认要恢复出厂设置吗！</translation>
+    </message>
+</context>
+<context>
+    <name>ModelInterface</name>
+    <message>
+        <source>遥杆校准</source>
+        <translation>遥杆校准</translation>
+    </message>
+    <message>
+        <source>通道配置</source>
+        <translation>通道配置</translation>
+    </message>
+    <message>
+        <source>完成校准</source>
+        <translation>完成校准</translation>
+    </message>
+</context>
+<context>
+    <name>PhaseSwitch</name>
+    <message>
+        <source>正</source>
+        <translation>正</translation>
+    </message>
+    <message>
+        <source>负</source>
+        <translation>负</translation>
+    </message>
+</context>
+<context>
+    <name>canReceive</name>
+    <message>
+        <source>接收计数 :</source>
+        <translation>接收计数 :</translation>
+    </message>
+    <message>
+        <source>标识符类型</source>
+        <translation>标识符类型</translation>
+    </message>
+    <message>
+        <source>标准ID</source>
+        <translation>标准ID</translation>
+    </message>
+    <message>
+        <source>扩展ID</source>
+        <translation>扩展ID</translation>
+    </message>
+    <message>
+        <source>数据类型</source>
+        <translation>数据类型</translation>
+    </message>
+</context>
+</TS>
