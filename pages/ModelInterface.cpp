@@ -52,9 +52,9 @@ struct ModelInterface::Controls {
     QVector<QPixmap> pictures;          // per part: Picture parts
 };
 
-ModelInterface::ModelInterface(const ModelSpec &spec, QWidget *parent)
+ModelInterface::ModelInterface(const ModelSpec &layout, QWidget *parent)
     : QWidget(parent)
-    , m_spec(spec)
+    , m_spec(layout)
     , m_controls(new Controls)
 {
     // SBUS bars first, then the unit's controls.

@@ -16,10 +16,10 @@ class ModelInterface : public QWidget
 {
     Q_OBJECT
 public:
-    ModelInterface(const ModelSpec &spec, QWidget *parent = nullptr);
+    ModelInterface(const ModelSpec &layout, QWidget *parent = nullptr);
     ~ModelInterface() override;
 
-    const ModelSpec &spec() const { return m_spec; }
+    const ModelSpec &layout() const { return m_spec; }
     bool isCalibrating() const { return m_calibrating; }
 
 Q_SIGNALS:

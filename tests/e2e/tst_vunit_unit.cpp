@@ -303,7 +303,7 @@ void TestVunitUnit::reportLayout()
         QCOMPARE(page.data.size(), block + 64); // what the model page accepts
         // Control words and both outputs within 0..1200; the key words lie between.
         const QVector<quint16> values
-            = words(page.data, 0, unit.spec().controls.size()) + words(page.data, block, 32);
+            = words(page.data, 0, unit.layout().controls.size()) + words(page.data, block, 32);
         for (quint16 w : values)
             QVERIFY2(w <= 1200, qPrintable(QStringLiteral("word %1 at t=%2").arg(w).arg(t)));
     }
@@ -328,19 +328,19 @@ void TestVunitUnit::inputsMoveLikeAHand()
     config.model = model;
     config.seed = 7;
     UnitModel unit(config);
-    const ModelSpec &spec = unit.spec();
+    const ModelSpec &layout = unit.layout();
     exchange(unit, SerialFrame::startUpload(2));
 
     QSet<quint16> switchValues;
-    QVector<int> keyPresses(spec.keyWordOffsets.size() * spec.keysPerWord);
+    QVector<int> keyPresses(layout.keyWordOffsets.size() * layout.keysPerWord);
     QVector<quint16> previous;
     int samples = 0;
     for (qint64 t = 0; t < 60000; t += 20, ++samples) {
         const QByteArray r = unit.reportPayload(t).mid(1);
-        const QVector<quint16> controls = words(r, 0, spec.controls.size());
+        const QVector<quint16> controls = words(r, 0, layout.controls.size());
         for (int i = 0; i < controls.size(); ++i) {
             QVERIFY(controls.at(i) <= 1200);
-            if (spec.controls.at(i) == InputKind::Switch) {
+            if (layout.controls.at(i) == InputKind::Switch) {
                 QVERIFY2(controls.at(i) == 0 || controls.at(i) == 600 || controls.at(i) == 1200,
                     qPrintable(QString::number(controls.at(i))));
                 switchValues.insert(controls.at(i));
@@ -350,16 +350,16 @@ void TestVunitUnit::inputsMoveLikeAHand()
             }
         }
         previous = controls;
-        for (int w = 0; w < spec.keyWordOffsets.size(); ++w) {
-            const quint16 word = words(r, spec.keyWordOffsets.at(w), 1).first();
-            for (int k = 0; k < spec.keysPerWord; ++k)
-                keyPresses[w * spec.keysPerWord + k] += (word >> k) & 1 ? 0 : 1;
-            QCOMPARE(word >> spec.keysPerWord, 0xFFFF >> spec.keysPerWord); // no lamps beyond the keys
+        for (int w = 0; w < layout.keyWordOffsets.size(); ++w) {
+            const quint16 word = words(r, layout.keyWordOffsets.at(w), 1).first();
+            for (int k = 0; k < layout.keysPerWord; ++k)
+                keyPresses[w * layout.keysPerWord + k] += (word >> k) & 1 ? 0 : 1;
+            QCOMPARE(word >> layout.keysPerWord, 0xFFFF >> layout.keysPerWord); // no lamps beyond the keys
         }
         for (quint16 out : words(r, block, 32))
             QVERIFY(out <= 1200);
     }
-    if (spec.controls.contains(InputKind::Switch))
+    if (layout.controls.contains(InputKind::Switch))
         QCOMPARE(switchValues.size(), 3);
     // Every key is pressed now and then, and released most of the time.
     for (int presses : keyPresses)

@@ -28,22 +28,22 @@ struct TestHost : PageHost {
 };
 
 // A report of K + 64 bytes: control words, key word(s), then SBUS 1 and SBUS 2.
-QByteArray report(const ModelSpec &spec, const QVector<int> &words, quint16 keys0, quint16 keys1,
+QByteArray report(const ModelSpec &layout, const QVector<int> &words, quint16 keys0, quint16 keys1,
                   const QVector<int> &sbus)
 {
-    QByteArray r(spec.k + 64, '\0');
+    QByteArray r(layout.k + 64, '\0');
     auto put = [&r](int at, int v) {
         r[at] = char(v & 0xFF);
         r[at + 1] = char((v >> 8) & 0xFF);
     };
-    const int controlWords = (spec.k - 2 * spec.keyWords) / 2;
+    const int controlWords = (layout.k - 2 * layout.keyWords) / 2;
     for (int i = 0; i < controlWords; ++i)
         put(2 * i, words.value(i, 600));
-    put(spec.k - 2, keys0);
-    if (spec.keyWords == 2)
-        put(spec.k - 4, keys1);
+    put(layout.k - 2, keys0);
+    if (layout.keyWords == 2)
+        put(layout.k - 4, keys1);
     for (int ch = 0; ch < 32; ++ch)
-        put(spec.k + 2 * ch, sbus.value(ch, 600));
+        put(layout.k + 2 * ch, sbus.value(ch, 600));
     return r;
 }
 
@@ -150,7 +150,7 @@ void TestModelPages::liveReportMovesEveryControl_data()
 void TestModelPages::liveReportMovesEveryControl()
 {
     QFETCH(int, model);
-    const ModelSpec &spec = modelSpec(model);
+    const ModelSpec &layout = modelSpec(model);
     QScopedPointer<ModelInterface> p(page(model));
 
     QVector<int> words;
@@ -162,7 +162,7 @@ void TestModelPages::liveReportMovesEveryControl()
     sbus[0] = 0;
     sbus[1] = 1200;
     sbus[2] = 601;
-    p->slot_information(ChannelDataReport, report(spec, words, 0xFFFF, 0xFFFF, sbus));
+    p->slot_information(ChannelDataReport, report(layout, words, 0xFFFF, 0xFFFF, sbus));
 
     for (int ch = 0; ch < 32; ++ch) {
         const QString name = QStringLiteral("sbus%1_ch%2").arg(ch / 16 + 1).arg(ch % 16 + 1);
@@ -172,7 +172,7 @@ void TestModelPages::liveReportMovesEveryControl()
     QCOMPARE(p->findChild<SbusChannel *>("sbus1_ch2")->val(), 150);
     QCOMPARE(p->findChild<SbusChannel *>("sbus1_ch3")->val(), 0);
 
-    for (const PartSpec &part : spec.parts) {
+    for (const PartSpec &part : layout.parts) {
         switch (part.kind) {
         case PartKind::Stick: {
             auto *r = p->findChild<Rocker *>(part.label);
@@ -200,7 +200,7 @@ void TestModelPages::liveReportMovesEveryControl()
     }
     for (CtlButton *lamp : partsOf<CtlButton>(p.data()))
         QCOMPARE(lamp->state(), 0); // 0xFFFF: no key pressed
-    p->slot_information(ChannelDataReport, report(spec, words, 0x0000, 0x0000, sbus));
+    p->slot_information(ChannelDataReport, report(layout, words, 0x0000, 0x0000, sbus));
     for (CtlButton *lamp : partsOf<CtlButton>(p.data()))
         QCOMPARE(lamp->state(), 1);
 }
@@ -237,10 +237,10 @@ void TestModelPages::reportOfWrongLengthIsIgnored()
 // A three-way switch reports exactly 600 in its middle position.
 void TestModelPages::switchesKeysAndTwistAtTheirLimits()
 {
-    const ModelSpec &spec = modelSpec(5); // Rowan: switches in words 8..13, twist in 2 and 5
+    const ModelSpec &layout = modelSpec(5); // Rowan: switches in words 8..13, twist in 2 and 5
     QScopedPointer<ModelInterface> p(page(5));
     const QVector<int> words { 600, 600, 0, 600, 600, 1200, 0, 1200, 599, 600, 601, 0, 1200, 65535 };
-    p->slot_information(ChannelDataReport, report(spec, words, 0xFFFE, 0xFFFF, {}));
+    p->slot_information(ChannelDataReport, report(layout, words, 0xFFFE, 0xFFFF, {}));
     QCOMPARE(p->findChild<Switch *>("SA")->index(), 0);
     QCOMPARE(p->findChild<Switch *>("SB")->index(), 1);
     QCOMPARE(p->findChild<Switch *>("SC")->index(), 2);
@@ -255,16 +255,16 @@ void TestModelPages::switchesKeysAndTwistAtTheirLimits()
     // A twist word far out of range leaves the twist where it was.
     QVector<int> wild = words;
     wild[2] = 65535;
-    p->slot_information(ChannelDataReport, report(spec, wild, 0xFFFF, 0xFFFF, {}));
+    p->slot_information(ChannelDataReport, report(layout, wild, 0xFFFF, 0xFFFF, {}));
     QCOMPARE(p->findChild<Rocker *>("T1(T5)")->zAxisPer(), -1.0);
 }
 
 void TestModelPages::larchHasTwoKeyWords()
 {
-    const ModelSpec &spec = modelSpec(3);
+    const ModelSpec &layout = modelSpec(3);
     QScopedPointer<ModelInterface> p(page(3));
     // First word (at K - 2): F1 pressed. Second word (at K - 4): pad up and centre, R4.
-    p->slot_information(ChannelDataReport, report(spec, {}, 0xFFFE, quint16(~(1u | 1u << 4 | 1u << 8)), {}));
+    p->slot_information(ChannelDataReport, report(layout, {}, 0xFFFE, quint16(~(1u | 1u << 4 | 1u << 8)), {}));
     QCOMPARE(p->findChild<CtlButton *>("key_F1")->state(), 1);
     QCOMPARE(p->findChild<CtlButton *>("key_F15")->state(), 0);
     QCOMPARE(p->findChild<CtlButton *>("key_R4")->state(), 1);

@@ -24,10 +24,10 @@ quint16 clampRaw(double v)
 
 } // namespace
 
-HandMotion::HandMotion(const ModelSpec &spec, quint64 seed)
+HandMotion::HandMotion(const ModelSpec &layout, quint64 seed)
 {
     Rng rng(seed ^ 0x51A7C0DEull);
-    for (InputKind kind : spec.controls) {
+    for (InputKind kind : layout.controls) {
         Track t;
         t.kind = kind;
         t.phase1 = rng.unit() * kTwoPi;
@@ -56,9 +56,9 @@ HandMotion::HandMotion(const ModelSpec &spec, quint64 seed)
         }
         m_tracks.append(t);
     }
-    for (int w = 0; w < spec.keyWordOffsets.size(); ++w) {
+    for (int w = 0; w < layout.keyWordOffsets.size(); ++w) {
         QVector<Key> keys;
-        for (int k = 0; k < spec.keysPerWord; ++k) {
+        for (int k = 0; k < layout.keysPerWord; ++k) {
             Key key;
             key.period = rng.range(2500, 9000);
             key.held = rng.range(200, 600);

@@ -14,7 +14,7 @@ namespace Vunit
 class HandMotion
 {
 public:
-    HandMotion(const ModelSpec &spec, quint64 seed);
+    HandMotion(const ModelSpec &layout, quint64 seed);
 
     QVector<quint16> controls(qint64 tMs) const;
     // One word per key word of the model; a clear bit is a pressed key.

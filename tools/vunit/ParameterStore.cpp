@@ -53,8 +53,8 @@ quint8 toSignMagnitude(int value)
     return quint8(value < 0 ? (0x80 | magnitude) : magnitude);
 }
 
-ParameterStore::ParameterStore(const ModelSpec &spec)
-    : m_spec(spec)
+ParameterStore::ParameterStore(const ModelSpec &layout)
+    : m_spec(layout)
 {
     restoreFactory();
 }

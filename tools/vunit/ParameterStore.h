@@ -22,7 +22,7 @@ public:
     static constexpr int kCanFrameBytes = 11;
     static constexpr int kMaxCanFrames = 10;
 
-    explicit ParameterStore(const ModelSpec &spec);
+    explicit ParameterStore(const ModelSpec &layout);
 
     void restoreFactory();
 

@@ -44,7 +44,7 @@ public:
     QByteArray reportPayload(qint64 nowMs) const;
     QByteArray reportFrame(qint64 nowMs) const;
 
-    const ModelSpec &spec() const { return m_spec; }
+    const ModelSpec &layout() const { return m_spec; }
     const ParameterStore &store() const { return m_store; }
 
 private:

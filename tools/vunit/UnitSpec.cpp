@@ -63,9 +63,9 @@ std::optional<Model> modelFromName(const QString &name)
     const QString upper = name.trimmed().toUpper();
     if (upper == QLatin1String("WILLOW"))
         return Model::Willow;
-    for (const ModelSpec &spec : specs()) {
-        if (QString::fromLatin1(spec.identifier) == upper)
-            return spec.model;
+    for (const ModelSpec &layout : specs()) {
+        if (QString::fromLatin1(layout.identifier) == upper)
+            return layout.model;
     }
     return std::nullopt;
 }
@@ -73,8 +73,8 @@ std::optional<Model> modelFromName(const QString &name)
 QStringList modelNames()
 {
     QStringList names;
-    for (const ModelSpec &spec : specs())
-        names << QString::fromLatin1(spec.identifier);
+    for (const ModelSpec &layout : specs())
+        names << QString::fromLatin1(layout.identifier);
     return names;
 }
 
