@@ -66,6 +66,20 @@ QStringList fKeys(int first, int last)
     return keys;
 }
 
+// Cedar and Rowan carry three switches on each shoulder, in words 8..13: two
+// upright ones and a sideways one below them.
+QVector<PartSpec> sixShoulderSwitches()
+{
+    return {
+        lever({ 0.01, 0.02, 0.07, 0.18 }, 8, QStringLiteral("SA")),
+        lever({ 0.09, 0.02, 0.07, 0.18 }, 9, QStringLiteral("SB")),
+        lever({ 0.01, 0.22, 0.15, 0.10 }, 10, QStringLiteral("SC"), false),
+        lever({ 0.84, 0.02, 0.07, 0.18 }, 11, QStringLiteral("SD")),
+        lever({ 0.92, 0.02, 0.07, 0.18 }, 12, QStringLiteral("SE")),
+        lever({ 0.84, 0.22, 0.15, 0.10 }, 13, QStringLiteral("SF"), false),
+    };
+}
+
 PartSpec picture(const QRectF &place, const QString &file)
 {
     PartSpec p = part(PartKind::Picture, place);
@@ -131,13 +145,8 @@ ModelSpec birch()
 ModelSpec cedar()
 {
     ModelSpec m = model("CEDAR", 30, 1, "Channel is being calibrated : T1  T2  T3  T4  LD  LW  RW  RD");
-    m.parts = {
-        lever({ 0.01, 0.02, 0.07, 0.18 }, 8, QStringLiteral("SA")),
-        lever({ 0.09, 0.02, 0.07, 0.18 }, 9, QStringLiteral("SB")),
-        lever({ 0.01, 0.22, 0.15, 0.10 }, 10, QStringLiteral("SC"), false),
-        lever({ 0.84, 0.02, 0.07, 0.18 }, 11, QStringLiteral("SD")),
-        lever({ 0.92, 0.02, 0.07, 0.18 }, 12, QStringLiteral("SE")),
-        lever({ 0.84, 0.22, 0.15, 0.10 }, 13, QStringLiteral("SF"), false),
+    m.parts = sixShoulderSwitches();
+    m.parts += {
         single(PartKind::LeftDial, { 0.18, 0.02, 0.15, 0.17 }, 4, QStringLiteral("LW")),
         single(PartKind::Knob, { 0.35, 0.02, 0.13, 0.16 }, 5, QStringLiteral("LD")),
         single(PartKind::Knob, { 0.52, 0.02, 0.13, 0.16 }, 6, QStringLiteral("RD")),
@@ -192,13 +201,8 @@ ModelSpec maple()
 ModelSpec rowan()
 {
     ModelSpec m = model("ROWAN", 30, 1, "Channel is being calibrated : T1  T2  T3  T4  T5 T6 LD RD");
-    m.parts = {
-        lever({ 0.01, 0.02, 0.07, 0.18 }, 8, QStringLiteral("SA")),
-        lever({ 0.09, 0.02, 0.07, 0.18 }, 9, QStringLiteral("SB")),
-        lever({ 0.01, 0.22, 0.15, 0.10 }, 10, QStringLiteral("SC"), false),
-        lever({ 0.84, 0.02, 0.07, 0.18 }, 11, QStringLiteral("SD")),
-        lever({ 0.92, 0.02, 0.07, 0.18 }, 12, QStringLiteral("SE")),
-        lever({ 0.84, 0.22, 0.15, 0.10 }, 13, QStringLiteral("SF"), false),
+    m.parts = sixShoulderSwitches();
+    m.parts += {
         single(PartKind::Knob, { 0.20, 0.02, 0.14, 0.17 }, 6, QStringLiteral("LD")),
         stopFromSwitch({ 0.44, 0.02, 0.12, 0.17 }, 13),
         single(PartKind::Knob, { 0.66, 0.02, 0.14, 0.17 }, 7, QStringLiteral("RD")),

@@ -1,0 +1,555 @@
+#include "AppPaths.h"
+#include "ChannelListenInterface.h"
+#include "DeviceData.h"
+#include "HelpWidget.h"
+#include "Messages.h"
+#include "PageHost.h"
+#include "SettingPage.h"
+
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace
+{
+
+struct TestHost : PageHost {
+    DeviceData data;
+    int modelPageShown = 0;
+    DeviceData &deviceData() override { return data; }
+    int currentModel() const override { return 0; }
+    QString dialogStyleSheet() const override { return QString(); }
+    void showHub() override { }
+    void showModelPage() override { ++modelPageShown; }
+};
+
+// A setting page that remembers which port the hub told it to show.
+class RecordingPage : public SettingPage
+{
+public:
+    QVector<int> shownSections;
+    void showSection(int section) override { shownSections.append(section); }
+    void refreshFromRecord() override { }
+    QList<QByteArray> collectPayloads() override { return {}; }
+    QList<QByteArray> payloadsFromRecord() override { return {}; }
+    QString fileFragment() override { return QString(); }
+    void slot_information(CodeID, QByteArray) override { }
+};
+
+const char *const kMenuNames[] = { "sbus1Config", "sbus2Config", "holdConfig", "buttonConfig",
+    "comprehensiveConfig", "rfradioConfig", "customConfig", "HelpInformation" };
+const char *const kActionNames[]
+    = { "saveData", "readData", "saveConfigFile", "loadConfigFile", "factoryReset" };
+
+QPushButton *button(QWidget *hub, const char *name)
+{
+    return hub->findChild<QPushButton *>(QLatin1String(name));
+}
+
+int textWidth(const QPushButton *b)
+{
+    return QFontMetrics(b->font()).horizontalAdvance(b->text());
+}
+
+// Clicks the real button as a user would (it must have been laid out).
+void click(QWidget *hub, const char *name)
+{
+    QPushButton *b = button(hub, name);
+    QVERIFY2(b, name);
+    QTest::mouseClick(b, Qt::LeftButton, Qt::NoModifier, b->rect().center());
+}
+
+// The menu buttons left visible after a paint, in order of their x.
+QStringList visibleMenu(QWidget *hub)
+{
+    QList<QPushButton *> shown;
+    for (const char *name : kMenuNames) {
+        QPushButton *b = button(hub, name);
+        if (b && !b->isHidden())
+            shown << b;
+    }
+    std::sort(shown.begin(), shown.end(),
+        [](QPushButton *a, QPushButton *b) { return a->geometry().x() < b->geometry().x(); });
+    QStringList names;
+    for (QPushButton *b : shown)
+        names << b->objectName();
+    return names;
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(content);
+}
+
+} // namespace
+
+class TestHub : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void menuFollowsModuleKind_data();
+    void menuFollowsModuleKind();
+    void scrollButtonsStopAtBothEnds_data();
+    void scrollButtonsStopAtBothEnds();
+    void entriesThatDoNotFitAreHidden_data();
+    void entriesThatDoNotFitAreHidden();
+    void layoutFollowsTheHubSize_data();
+    void layoutFollowsTheHubSize();
+    void chosenSectionIsBoldAndWhite_data();
+    void chosenSectionIsBoldAndWhite();
+    void sectionPagesFollowTheMenu();
+    void returnHidesHubAndShowsModelPage();
+    void modelFileOfEachModelIsLoaded_data();
+    void modelFileOfEachModelIsLoaded();
+    void missingModelFileWarnsOnceAndKeepsRecord();
+    void secondLoadRepeatsOnlySbusControlNames();
+    void helpWindowIsCreatedOnceAndReused();
+    void closingEmitsCloseEventAndDeletes();
+
+private:
+    TestHost m_host;
+    QList<Messages::Shown> m_shown;
+};
+
+void TestHub::initTestCase()
+{
+    registerCodeIdMetaType();
+    Messages::setResponder([this](const Messages::Shown &shown) {
+        m_shown.append(shown);
+        return true;
+    });
+}
+
+void TestHub::init()
+{
+    AppPaths::setAppDir(QStringLiteral(QM_APP_DIR));
+    m_host.data = DeviceData();
+    m_host.modelPageShown = 0;
+    m_shown.clear();
+}
+
+void TestHub::cleanupTestCase()
+{
+    Messages::setResponder({});
+}
+
+void TestHub::menuFollowsModuleKind_data()
+{
+    QTest::addColumn<int>("module");
+    QTest::addColumn<QVector<int>>("entries");
+    QTest::addColumn<QStringList>("visible");
+    const QStringList common { "sbus1Config", "sbus2Config", "holdConfig", "buttonConfig",
+        "comprehensiveConfig" };
+    QTest::newRow("no module") << 0 << QVector<int> { 0, 1, 2, 3, 4, 7 }
+                               << common + QStringList { "HelpInformation" };
+    QTest::newRow("radio module") << 1 << QVector<int> { 0, 1, 2, 3, 4, 5, 7 }
+                                  << common + QStringList { "rfradioConfig", "HelpInformation" };
+    QTest::newRow("output module") << 2 << QVector<int> { 0, 1, 2, 3, 4, 6, 7 }
+                                   << common + QStringList { "customConfig", "HelpInformation" };
+    // A kind the unit should never report offers neither optional section.
+    QTest::newRow("unknown kind") << 3 << QVector<int> { 0, 1, 2, 3, 4, 7 }
+                                  << common + QStringList { "HelpInformation" };
+}
+
+void TestHub::menuFollowsModuleKind()
+{
+    QFETCH(int, module);
+    QFETCH(QVector<int>, entries);
+    QFETCH(QStringList, visible);
+    m_host.data.m_module = module;
+    ChannelListenInterface hub(0);
+    QCOMPARE(hub.menuEntries(), entries);
+    hub.resize(1280, 760);
+    hub.grab();
+    QCOMPARE(visibleMenu(&hub), visible);
+    QVERIFY(m_shown.isEmpty());
+}
+
+void TestHub::scrollButtonsStopAtBothEnds_data()
+{
+    QTest::addColumn<int>("module");
+    QTest::newRow("six entries") << 0;
+    QTest::newRow("seven entries") << 2;
+}
+
+void TestHub::scrollButtonsStopAtBothEnds()
+{
+    QFETCH(int, module);
+    m_host.data.m_module = module;
+    ChannelListenInterface hub(0);
+    hub.resize(1280, 760);
+    hub.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&hub));
+    const QVector<int> entries = hub.menuEntries();
+    const int u = 760 / 20;
+    const int firstX = 5 + u + 5; // after the left scroll button
+
+    // Rightwards one entry per click, until the last entry is the first shown.
+    for (int clicks = 1; clicks <= entries.size() + 2; ++clicks) {
+        hub.grab();
+        click(&hub, "rightScaleButton");
+        const int expected = qMin(clicks, int(entries.size()) - 1);
+        QCOMPARE(hub.scrollPosition(), expected);
+        hub.grab();
+        for (int i = 0; i < entries.size(); ++i) {
+            QPushButton *b = hub.menuButton(entries[i]);
+            QCOMPARE(b->isHidden(), i < expected);
+        }
+        QCOMPARE(hub.menuButton(entries[expected])->geometry().x(), firstX);
+    }
+    QCOMPARE(visibleMenu(&hub), QStringList { "HelpInformation" });
+
+    // And back to the start, where the left button stops.
+    for (int clicks = 1; clicks <= entries.size() + 2; ++clicks) {
+        click(&hub, "leftScaleButton");
+        QCOMPARE(hub.scrollPosition(), qMax(0, int(entries.size()) - 1 - clicks));
+        hub.grab();
+    }
+    QCOMPARE(hub.menuButton(entries[0])->geometry().x(), firstX);
+    QCOMPARE(visibleMenu(&hub).size(), entries.size());
+}
+
+void TestHub::entriesThatDoNotFitAreHidden_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("scroll");
+    QTest::newRow("wide") << 1280 << 0;
+    QTest::newRow("narrow") << 700 << 0;
+    QTest::newRow("very narrow") << 420 << 0;
+    QTest::newRow("narrow, scrolled") << 600 << 2;
+    QTest::newRow("too narrow for any") << 150 << 0;
+}
+
+// Entries are shown from the scroll position on for as long as they fit
+// before the right scroll button, with a 25 pixel margin; the rest is hidden.
+void TestHub::entriesThatDoNotFitAreHidden()
+{
+    QFETCH(int, width);
+    QFETCH(int, scroll);
+    m_host.data.m_module = 1;
+    ChannelListenInterface hub(0);
+    hub.resize(width, 500);
+    for (int i = 0; i < scroll; ++i)
+        hub.on_rightScaleButton_clicked();
+    hub.grab();
+    const int u = 500 / 20;
+    const int limit = button(&hub, "rightScaleButton")->geometry().x() - 25;
+
+    const QVector<int> entries = hub.menuEntries();
+    int x = 5 + u + 5;
+    bool full = false;
+    int shown = 0;
+    for (int i = 0; i < entries.size(); ++i) {
+        QPushButton *b = hub.menuButton(entries[i]);
+        if (i < scroll) {
+            QVERIFY(b->isHidden());
+            continue;
+        }
+        const int w = entries[i] == ChannelListenInterface::kHelpEntry ? u : textWidth(b) * 6 / 5;
+        full = full || x + w > limit;
+        QCOMPARE(b->isHidden(), full);
+        if (!full) {
+            QCOMPARE(b->geometry(), QRect(x, 10, w, u));
+            x += w + 5;
+            ++shown;
+        }
+    }
+    if (width == 1280)
+        QCOMPARE(shown, entries.size());
+    else
+        QVERIFY(shown < entries.size() - scroll);
+}
+
+void TestHub::layoutFollowsTheHubSize_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("main window") << QSize(1280, 760);
+    QTest::newRow("small") << QSize(700, 500);
+    QTest::newRow("large") << QSize(1900, 1040);
+    // So narrow that the return button's text sets its width.
+    QTest::newRow("narrow") << QSize(300, 400);
+}
+
+void TestHub::layoutFollowsTheHubSize()
+{
+    QFETCH(QSize, size);
+    const int w = size.width();
+    const int h = size.height();
+    const int u = h / 20;
+    const int bar = 3 * u / 2;
+    ChannelListenInterface hub(0);
+    hub.resize(size);
+    const QImage shot = hub.grab().toImage();
+
+    QPushButton *back = button(&hub, "returnButton");
+    QCOMPARE(back->text(), QStringLiteral("返 回"));
+    const int backWidth = qMax(w / 8, textWidth(back) * 3 / 2);
+    QCOMPARE(back->geometry(), QRect(w - 5 - backWidth, 10, backWidth, u));
+    const QRect right = button(&hub, "rightScaleButton")->geometry();
+    QCOMPARE(right.x() + right.width() + 10, back->geometry().x());
+    QCOMPARE(right.y(), 10);
+    QCOMPARE(right.height(), u);
+
+    int x = 15;
+    for (const char *name : kActionNames) {
+        QPushButton *b = button(&hub, name);
+        QCOMPARE(b->geometry(), QRect(x, h - bar + 10, textWidth(b) * 6 / 5, u));
+        x += b->width() + 5;
+    }
+
+    // The grey frame around the hub and the lines of both bars.
+    const QColor grey(180, 180, 180);
+    QCOMPARE(shot.pixelColor(0, h / 2), grey);
+    QCOMPARE(shot.pixelColor(w - 1, h / 2), grey);
+    QCOMPARE(shot.pixelColor(w / 2, 0), grey);
+    QCOMPARE(shot.pixelColor(w / 2, bar), grey);
+    QCOMPARE(shot.pixelColor(w / 2, h - bar), grey);
+    QVERIFY(shot.pixelColor(w / 2, h / 2) != grey);
+}
+
+void TestHub::chosenSectionIsBoldAndWhite_data()
+{
+    QTest::addColumn<int>("module");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("section");
+    QTest::newRow("start") << 0 << QByteArray() << 0;
+    QTest::newRow("sbus 2") << 0 << QByteArray("sbus2Config") << 1;
+    QTest::newRow("hold") << 0 << QByteArray("holdConfig") << 2;
+    QTest::newRow("buttons") << 0 << QByteArray("buttonConfig") << 3;
+    QTest::newRow("comprehensive") << 0 << QByteArray("comprehensiveConfig") << 4;
+    QTest::newRow("radio module") << 1 << QByteArray("rfradioConfig") << 5;
+    QTest::newRow("custom output") << 2 << QByteArray("customConfig") << 6;
+}
+
+void TestHub::chosenSectionIsBoldAndWhite()
+{
+    QFETCH(int, module);
+    QFETCH(QByteArray, name);
+    QFETCH(int, section);
+    m_host.data.m_module = module;
+    ChannelListenInterface hub(0);
+    hub.resize(1280, 760);
+    hub.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&hub));
+    hub.grab();
+    if (!name.isEmpty())
+        click(&hub, name.constData());
+    QCOMPARE(hub.currentSection(), section);
+    hub.grab();
+    for (const char *menuName : kMenuNames) {
+        QPushButton *b = button(&hub, menuName);
+        const bool current = b == hub.menuButton(section);
+        QCOMPARE(b->font().weight(), current ? 75 : 50);
+        QCOMPARE(b->palette().color(QPalette::ButtonText), current ? QColor(Qt::white) : QColor(Qt::black));
+    }
+}
+
+// Sections 0 and 1 share the SBUS page, which is told the port; every other
+// section shows its own page in the area between the bars.
+void TestHub::sectionPagesFollowTheMenu()
+{
+    m_host.data.m_module = 2;
+    ChannelListenInterface hub(0);
+    auto *sbus = new RecordingPage;
+    auto *hold = new RecordingPage;
+    auto *keys = new RecordingPage;
+    auto *general = new RecordingPage;
+    auto *custom = new RecordingPage;
+    hub.setSectionPage(0, sbus);
+    hub.setSectionPage(1, sbus);
+    hub.setSectionPage(2, hold);
+    hub.setSectionPage(3, keys);
+    hub.setSectionPage(4, general);
+    hub.setSectionPage(6, custom);
+    const QList<RecordingPage *> pages { sbus, sbus, hold, keys, general, nullptr, custom };
+    hub.resize(1000, 600);
+    hub.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&hub));
+    hub.grab();
+    QVERIFY(sbus->isVisible());
+    QCOMPARE(sbus->geometry(), QRect(0, 45, 1000, 600 - 90));
+
+    const QList<int> order { 1, 0, 2, 6, 3, 4, 1 };
+    for (int section : order) {
+        sbus->shownSections.clear();
+        click(&hub, kMenuNames[section]);
+        hub.grab();
+        for (RecordingPage *p : { sbus, hold, keys, general, custom })
+            QCOMPARE(p->isVisible(), p == pages[section]);
+        QCOMPARE(pages[section]->geometry(), QRect(0, 45, 1000, 600 - 90));
+        if (section <= 1)
+            QCOMPARE(sbus->shownSections.value(0, -1), section);
+        else
+            QVERIFY(sbus->shownSections.isEmpty());
+    }
+}
+
+void TestHub::returnHidesHubAndShowsModelPage()
+{
+    m_host.data.m_module = 1;
+    ChannelListenInterface hub(0);
+    hub.resize(1280, 760);
+    hub.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&hub));
+    hub.grab();
+    click(&hub, "rightScaleButton");
+    click(&hub, "rightScaleButton");
+    QCOMPARE(hub.scrollPosition(), 2);
+
+    click(&hub, "returnButton");
+    QVERIFY(hub.isHidden());
+    QCOMPARE(hub.scrollPosition(), 0);
+    QCOMPARE(m_host.modelPageShown, 1);
+
+    // Shown again, the menu starts at its first entry.
+    hub.show();
+    hub.grab();
+    QVERIFY(!hub.menuButton(0)->isHidden());
+    QCOMPARE(hub.menuButton(0)->geometry().x(), 5 + 38 + 5);
+}
+
+void TestHub::modelFileOfEachModelIsLoaded_data()
+{
+    QTest::addColumn<int>("model");
+    QTest::addColumn<QString>("fileName");
+    const char *const files[] = { "AlderConfig.xml", "BirchConfig.xml", "CedarConfig.xml", "LarchConfig.xml",
+        "MapleConfig.xml", "RowanConfig.xml", "WillowConfig.xml" };
+    for (int model = 0; model < 7; ++model)
+        QTest::newRow(files[model]) << model << QString::fromLatin1(files[model]);
+}
+
+// Each model reads its own file from the config folder beside the program.
+void TestHub::modelFileOfEachModelIsLoaded()
+{
+    QFETCH(int, model);
+    QFETCH(QString, fileName);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    writeFile(dir.path() + QStringLiteral("/config/") + fileName,
+        QStringLiteral("<?xml version=\"1.0\"?><config><minVolt>%1.5</minVolt><annotation>"
+                       "<channelMap>0,C%1;1,D%1;</channelMap><HoldSwitch>255,NONE;</HoldSwitch>"
+                       "<KeyMap>0,F1;</KeyMap><HidMap>0,T1;1,T2;</HidMap><SbusControl>0,SA;</SbusControl>"
+                       "</annotation><sbusHoldSwitch>3</sbusHoldSwitch></config>")
+            .arg(model)
+            .toUtf8());
+    AppPaths::setAppDir(dir.path());
+    m_host.data.channelMapNames = QStringList { "old" };
+    ChannelListenInterface hub(model);
+    QVERIFY(m_shown.isEmpty());
+    const DeviceData &d = m_host.data;
+    QCOMPARE(d.channelMapNames,
+        (QStringList { QStringLiteral("C%1").arg(model), QStringLiteral("D%1").arg(model) }));
+    QCOMPARE(d.holdSwitchNames, QStringList { "NONE" });
+    QCOMPARE(d.keyMapNames, QStringList { "F1" });
+    QCOMPARE(d.hidMapNames, (QStringList { "T1", "T2" }));
+    QCOMPARE(d.sbusControlNames, QStringList { "SA" });
+    QCOMPARE(d.minVolt, model + 0.5);
+    QCOMPARE(d.sbusHoldSwitch[0], 3);
+    QCOMPARE(d.sbusHoldSwitch[1], 3);
+}
+
+void TestHub::missingModelFileWarnsOnceAndKeepsRecord()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    AppPaths::setAppDir(dir.path());
+    DeviceData &d = m_host.data;
+    d.channelMapNames = QStringList { "a" };
+    d.holdSwitchNames = QStringList { "b" };
+    d.keyMapNames = QStringList { "c" };
+    d.hidMapNames = QStringList { "d" };
+    d.sbusControlNames = QStringList { "e" };
+    d.minVolt = 6.6;
+    d.maxVolt = 8.4;
+    d.baud = 3;
+    d.sbusHoldSwitch[0] = 1;
+    d.m_module = 2;
+    ChannelListenInterface hub(0);
+
+    QCOMPARE(m_shown.size(), 1);
+    QCOMPARE(m_shown[0].kind, Messages::Kind::Warning);
+    QCOMPARE(m_shown[0].title, QStringLiteral("AlderConfig.xml"));
+    QCOMPARE(m_shown[0].text, QStringLiteral("open file failed!"));
+    QVERIFY(d.channelMapNames.isEmpty());
+    QVERIFY(d.holdSwitchNames.isEmpty());
+    QVERIFY(d.keyMapNames.isEmpty());
+    QVERIFY(d.hidMapNames.isEmpty());
+    QCOMPARE(d.sbusControlNames, QStringList { "e" });
+    QCOMPARE(d.minVolt, 6.6);
+    QCOMPARE(d.maxVolt, 8.4);
+    QCOMPARE(d.baud, 3);
+    QCOMPARE(d.sbusHoldSwitch[0], 1);
+    QCOMPARE(d.m_module, 2);
+    // The hub itself is complete without its model file.
+    QCOMPARE(hub.menuEntries(), (QVector<int> { 0, 1, 2, 3, 4, 6, 7 }));
+}
+
+// The SBUS control names are appended on every load, the other lists are
+// replaced; the unit's software shows the names twice after a second load.
+void TestHub::secondLoadRepeatsOnlySbusControlNames()
+{
+    {
+        ChannelListenInterface first(0);
+    }
+    const QStringList channelNames = m_host.data.channelMapNames;
+    const QStringList sbusNames = m_host.data.sbusControlNames;
+    QVERIFY(!channelNames.isEmpty());
+    QVERIFY(!sbusNames.isEmpty());
+    ChannelListenInterface second(0);
+    QCOMPARE(m_host.data.channelMapNames, channelNames);
+    QCOMPARE(m_host.data.sbusControlNames, sbusNames + sbusNames);
+    QVERIFY(m_shown.isEmpty());
+}
+
+void TestHub::helpWindowIsCreatedOnceAndReused()
+{
+    ChannelListenInterface hub(0);
+    hub.resize(1280, 760);
+    hub.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&hub));
+    hub.grab();
+    QVERIFY(!hub.helpWindow());
+    QVERIFY(button(&hub, "HelpInformation")->text().isEmpty());
+
+    click(&hub, "HelpInformation");
+    HelpWidget *help = hub.helpWindow();
+    QVERIFY(help);
+    QTRY_VERIFY_WITH_TIMEOUT(help->isVisible(), 1000);
+    QCOMPARE(help->windowTitle(), QStringLiteral("帮助说明"));
+
+    click(&hub, "HelpInformation");
+    QCOMPARE(hub.helpWindow(), help);
+    QVERIFY(help->isVisible());
+    QCOMPARE(hub.findChildren<HelpWidget *>().size(), 1);
+
+    // Closed and asked for again: the same window comes back.
+    help->close();
+    QVERIFY(!help->isVisible());
+    click(&hub, "HelpInformation");
+    QCOMPARE(hub.helpWindow(), help);
+    QVERIFY(help->isVisible());
+    QVERIFY(!help->isMinimized());
+    QCOMPARE(hub.findChildren<HelpWidget *>().size(), 1);
+}
+
+void TestHub::closingEmitsCloseEventAndDeletes()
+{
+    QPointer<ChannelListenInterface> hub = new ChannelListenInterface(0);
+    QSignalSpy spy(hub.data(), &ChannelListenInterface::signal_closeEvent);
+    hub->show();
+    QVERIFY(hub->close());
+    QCOMPARE(spy.count(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(hub.isNull(), 1000);
+}
+
+QTEST_MAIN(TestHub)
+#include "tst_hub.moc"
