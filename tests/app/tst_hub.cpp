@@ -225,7 +225,7 @@ void TestHub::entriesThatDoNotFitAreHidden_data()
     QTest::newRow("wide") << 1280 << 0;
     QTest::newRow("narrow") << 700 << 0;
     QTest::newRow("very narrow") << 420 << 0;
-    QTest::newRow("narrow, scrolled") << 600 << 2;
+    QTest::newRow("narrow, scrolled") << 450 << 2;
     QTest::newRow("too narrow for any") << 150 << 0;
 }
 

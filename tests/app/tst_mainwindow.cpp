@@ -97,7 +97,11 @@ void TestMainWindow::initTestCase()
 
 void TestMainWindow::cleanupTestCase()
 {
+    // temp/ beside the program holds the downloads of one run only.
+    QVERIFY(QDir().mkpath(m_dir.path() + QStringLiteral("/temp/list")));
+    QFile(m_dir.path() + QStringLiteral("/temp/list/url.ini")).open(QIODevice::WriteOnly);
     delete m_window;
+    QVERIFY(!QDir(m_dir.path() + QStringLiteral("/temp")).exists());
     Messages::setResponder({});
 }
 
