@@ -79,6 +79,11 @@ MainWindow *MainWindow::instance()
     return g_mainWindow;
 }
 
+ChannelListenInterface *MainWindow::hub() const
+{
+    return m_hub;
+}
+
 ModelInterface *MainWindow::modelPage(int model) const
 {
     return model >= 0 && model < int(m_modelPages.size()) ? m_modelPages[size_t(model)] : nullptr;

@@ -6,6 +6,7 @@
 #include "Sequences.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 
 #include <array>
@@ -40,7 +41,7 @@ public:
     QString appliedStyleSheet() const { return m_styleSheet; }
     SerialLink *serialLink() const { return m_link; }
     ModelInterface *modelPage(int model) const;
-    ChannelListenInterface *hub() const { return m_hub; }
+    ChannelListenInterface *hub() const;
     canReceive *canReceiveWindow() const { return m_canReceive; }
 
     // What the pages need of the window.
@@ -106,7 +107,7 @@ private:
     QString m_modelId;
     int m_modelIndex = -1;
     std::array<ModelInterface *, 7> m_modelPages {};
-    ChannelListenInterface *m_hub = nullptr;
+    QPointer<ChannelListenInterface> m_hub; // the hub deletes itself when closed
     canReceive *m_canReceive = nullptr;
     QWidget *m_connectingScreen = nullptr;
     bool m_confirmed = false;

@@ -49,6 +49,7 @@ struct ModelInterface::Controls {
     QVector<bool> stopLit;              // per part: the stop light is on
     QPixmap stopLight;
     QPixmap stopGray;
+    QPixmap body;                       // the unit's outline at the current size
     QVector<QPixmap> pictures;          // per part: Picture parts
 };
 
@@ -274,6 +275,34 @@ void ModelInterface::closeEvent(QCloseEvent *event)
 
 // ---------------------------------------------------------------- painting
 
+// The unit's outline changes only with the page size; drawing it anew at
+// every live report would cost more than all the instruments together.
+const QPixmap &ModelInterface::bodyPicture(const QSize &size)
+{
+    QPixmap &body = m_controls->body;
+    if (body.size() == size * devicePixelRatioF() && !body.isNull())
+        return body;
+    body = QPixmap(size * devicePixelRatioF());
+    body.setDevicePixelRatio(devicePixelRatioF());
+    body.fill(Qt::transparent);
+    const QRect area(QPoint(0, 0), size);
+    QPainterPath outline;
+    if (m_spec.body == BodyShape::GroundStation) {
+        outline.addRoundedRect(area.adjusted(1, 1, -1, -1), 18, 18);
+    } else {
+        outline.addRoundedRect(placeIn(area, { 0.0, 0.0, 1.0, 0.62 }).adjusted(1, 1, -1, 0), 30, 30);
+        outline.addEllipse(placeIn(area, { 0.0, 0.42, 0.5, 0.58 }).adjusted(1, 0, 0, -1));
+        outline.addEllipse(placeIn(area, { 0.5, 0.42, 0.5, 0.58 }).adjusted(0, 0, -1, -1));
+        outline.setFillRule(Qt::WindingFill);
+    }
+    QPainter painter(&body);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(kBodyEdge, 2));
+    painter.setBrush(kBody);
+    painter.drawPath(outline.simplified());
+    return body;
+}
+
 void ModelInterface::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -339,19 +368,7 @@ void ModelInterface::paintEvent(QPaintEvent *)
 
     // The unit itself, left of the channel columns.
     const QRect area(kMargin, top, qMax(0, firstColumn - 2 * kMargin), qMax(0, h - top - kMargin));
-    QPainterPath body;
-    if (m_spec.body == BodyShape::GroundStation) {
-        body.addRoundedRect(area, 18, 18);
-    } else {
-        body.addRoundedRect(placeIn(area, { 0.0, 0.0, 1.0, 0.62 }), 30, 30);
-        body.addEllipse(placeIn(area, { 0.0, 0.42, 0.5, 0.58 }));
-        body.addEllipse(placeIn(area, { 0.5, 0.42, 0.5, 0.58 }));
-        body.setFillRule(Qt::WindingFill);
-    }
-    painter.setPen(QPen(kBodyEdge, 2));
-    painter.setBrush(kBody);
-    painter.drawPath(body.simplified());
-    painter.setBrush(Qt::NoBrush);
+    painter.drawPixmap(area.topLeft(), bodyPicture(area.size()));
 
     painter.setPen(Qt::white);
     for (int i = 0; i < m_spec.parts.size(); ++i) {

@@ -39,6 +39,7 @@ protected:
 
 private:
     void applyReport(const ChannelReport &report);
+    const QPixmap &bodyPicture(const QSize &size);
 
     const ModelSpec &m_spec;
     QPushButton *channelCalibration;

@@ -351,6 +351,30 @@ void TestHub::chosenSectionIsBoldAndWhite()
         QCOMPARE(b->font().weight(), current ? 75 : 50);
         QCOMPARE(b->palette().color(QPalette::ButtonText), current ? QColor(Qt::white) : QColor(Qt::black));
     }
+
+    // Under the program's style sheet (blue buttons) the text really comes
+    // out white on the current section's button and black on the others.
+    QFile sheet(QStringLiteral(QM_APP_DIR "/config/StyleSheets.qss"));
+    QVERIFY(sheet.open(QIODevice::ReadOnly));
+    hub.setStyleSheet(QString::fromUtf8(sheet.readAll()));
+    const QImage shot = hub.grab().toImage();
+    for (const char *menuName : kMenuNames) {
+        QPushButton *b = button(&hub, menuName);
+        if (b->isHidden() || b->text().isEmpty())
+            continue;
+        int white = 0;
+        int black = 0;
+        const QRect r = b->geometry().adjusted(3, 3, -3, -3);
+        for (int y = r.top(); y <= r.bottom(); ++y) {
+            for (int x = r.left(); x <= r.right(); ++x) {
+                const QColor c = shot.pixelColor(x, y);
+                white += c.red() > 240 && c.green() > 240 && c.blue() > 240;
+                black += c.red() < 30 && c.green() < 30 && c.blue() < 30;
+            }
+        }
+        const bool current = b == hub.menuButton(section);
+        QVERIFY2(current ? white > 10 && black == 0 : black > 10 && white == 0, menuName);
+    }
 }
 
 // Sections 0 and 1 share the SBUS page, which is told the port; every other
@@ -493,8 +517,8 @@ void TestHub::missingModelFileWarnsOnceAndKeepsRecord()
     QCOMPARE(hub.menuEntries(), (QVector<int> { 0, 1, 2, 3, 4, 6, 7 }));
 }
 
-// The SBUS control names are appended on every load, the other lists are
-// replaced; the unit's software shows the names twice after a second load.
+// A second load replaces four name lists but appends the SBUS control names
+// once more; the program has always done so and keeps it.
 void TestHub::secondLoadRepeatsOnlySbusControlNames()
 {
     {
