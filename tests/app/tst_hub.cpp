@@ -78,13 +78,6 @@ QStringList visibleMenu(QWidget *hub)
     return names;
 }
 
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(content);
-}
 
 } // namespace
 
@@ -108,10 +101,7 @@ private Q_SLOTS:
     void chosenSectionIsBoldAndWhite();
     void sectionPagesFollowTheMenu();
     void returnHidesHubAndShowsModelPage();
-    void modelFileOfEachModelIsLoaded_data();
-    void modelFileOfEachModelIsLoaded();
     void missingModelFileWarnsOnceAndKeepsRecord();
-    void secondLoadRepeatsOnlySbusControlNames();
     void helpWindowIsCreatedOnceAndReused();
     void closingEmitsCloseEventAndDeletes();
 
@@ -441,46 +431,6 @@ void TestHub::returnHidesHubAndShowsModelPage()
     QCOMPARE(hub.menuButton(0)->geometry().x(), 5 + 38 + 5);
 }
 
-void TestHub::modelFileOfEachModelIsLoaded_data()
-{
-    QTest::addColumn<int>("model");
-    QTest::addColumn<QString>("fileName");
-    const char *const files[] = { "AlderConfig.xml", "BirchConfig.xml", "CedarConfig.xml", "LarchConfig.xml",
-        "MapleConfig.xml", "RowanConfig.xml", "WillowConfig.xml" };
-    for (int model = 0; model < 7; ++model)
-        QTest::newRow(files[model]) << model << QString::fromLatin1(files[model]);
-}
-
-// Each model reads its own file from the config folder beside the program.
-void TestHub::modelFileOfEachModelIsLoaded()
-{
-    QFETCH(int, model);
-    QFETCH(QString, fileName);
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    writeFile(dir.path() + QStringLiteral("/config/") + fileName,
-        QStringLiteral("<?xml version=\"1.0\"?><config><minVolt>%1.5</minVolt><annotation>"
-                       "<channelMap>0,C%1;1,D%1;</channelMap><HoldSwitch>255,NONE;</HoldSwitch>"
-                       "<KeyMap>0,F1;</KeyMap><HidMap>0,T1;1,T2;</HidMap><SbusControl>0,SA;</SbusControl>"
-                       "</annotation><sbusHoldSwitch>3</sbusHoldSwitch></config>")
-            .arg(model)
-            .toUtf8());
-    AppPaths::setAppDir(dir.path());
-    m_host.data.channelMapNames = QStringList { "old" };
-    ChannelListenInterface hub(model);
-    QVERIFY(m_shown.isEmpty());
-    const DeviceData &d = m_host.data;
-    QCOMPARE(d.channelMapNames,
-        (QStringList { QStringLiteral("C%1").arg(model), QStringLiteral("D%1").arg(model) }));
-    QCOMPARE(d.holdSwitchNames, QStringList { "NONE" });
-    QCOMPARE(d.keyMapNames, QStringList { "F1" });
-    QCOMPARE(d.hidMapNames, (QStringList { "T1", "T2" }));
-    QCOMPARE(d.sbusControlNames, QStringList { "SA" });
-    QCOMPARE(d.minVolt, model + 0.5);
-    QCOMPARE(d.sbusHoldSwitch[0], 3);
-    QCOMPARE(d.sbusHoldSwitch[1], 3);
-}
-
 void TestHub::missingModelFileWarnsOnceAndKeepsRecord()
 {
     QTemporaryDir dir;
@@ -515,23 +465,6 @@ void TestHub::missingModelFileWarnsOnceAndKeepsRecord()
     QCOMPARE(d.m_module, 2);
     // The hub itself is complete without its model file.
     QCOMPARE(hub.menuEntries(), (QVector<int> { 0, 1, 2, 3, 4, 6, 7 }));
-}
-
-// A second load replaces four name lists but appends the SBUS control names
-// once more; the program has always done so and keeps it.
-void TestHub::secondLoadRepeatsOnlySbusControlNames()
-{
-    {
-        ChannelListenInterface first(0);
-    }
-    const QStringList channelNames = m_host.data.channelMapNames;
-    const QStringList sbusNames = m_host.data.sbusControlNames;
-    QVERIFY(!channelNames.isEmpty());
-    QVERIFY(!sbusNames.isEmpty());
-    ChannelListenInterface second(0);
-    QCOMPARE(m_host.data.channelMapNames, channelNames);
-    QCOMPARE(m_host.data.sbusControlNames, sbusNames + sbusNames);
-    QVERIFY(m_shown.isEmpty());
 }
 
 void TestHub::helpWindowIsCreatedOnceAndReused()

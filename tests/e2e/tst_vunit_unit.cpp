@@ -75,8 +75,6 @@ private Q_SLOTS:
     void sbusPortsAreKeptApart();
     void factoryResetRestoresWrittenGroups();
     void canFrameWritesFollowFrameOrder();
-    void identityAndModuleKind_data();
-    void identityAndModuleKind();
     void reportLayout_data();
     void reportLayout();
     void inputsMoveLikeAHand_data();
@@ -89,15 +87,8 @@ private Q_SLOTS:
     void badRequestsAreIgnored_data();
     void badRequestsAreIgnored();
     void garbageNeverHidesRequests();
-    void batteryAnswers_data();
-    void batteryAnswers();
-    void singleByteAnswers_data();
-    void singleByteAnswers();
     void lineFaultsKeepAnswersIntact_data();
     void lineFaultsKeepAnswersIntact();
-    void delayedAnswerDoesNotHoldReports();
-    void options_data();
-    void options();
 };
 
 void TestVunitUnit::writeThenReadRoundTrips_data()
@@ -230,39 +221,6 @@ void TestVunitUnit::canFrameWritesFollowFrameOrder()
     // A plain-mode write ("no frames") leaves none.
     exchange(unit, SerialFrame::shortFrame(0x16, 2) + SerialFrame::encode(0xD6, QByteArray(1, '\0')));
     QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xD5, 0x0A)).first().payload.toHex(), QByteArray("00"));
-}
-
-void TestVunitUnit::identityAndModuleKind_data()
-{
-    QTest::addColumn<Model>("model");
-    QTest::addColumn<int>("module");
-    QTest::addColumn<QString>("identifier");
-    QTest::newRow("alder") << Model::Alder << 0 << "ALDER";
-    QTest::newRow("birch") << Model::Birch << 1 << "BIRCH";
-    QTest::newRow("cedar") << Model::Cedar << 2 << "CEDAR";
-    QTest::newRow("larch") << Model::Larch << 0 << "LARCH";
-    QTest::newRow("maple") << Model::Maple << 1 << "MAPLE";
-    QTest::newRow("rowan") << Model::Rowan << 2 << "ROWAN";
-    QTest::newRow("willow") << Model::Willow << 0 << "WILLO";
-}
-
-void TestVunitUnit::identityAndModuleKind()
-{
-    QFETCH(Model, model);
-    QFETCH(int, module);
-    QFETCH(QString, identifier);
-    UnitConfig config;
-    config.model = model;
-    config.moduleKind = module;
-    UnitModel unit(config);
-    const QVector<Heard> heard = exchange(unit, SerialFrame::encode(0xDF) + SerialFrame::encode(0xFF));
-    QCOMPARE(heard.size(), 2);
-    const Answer kind = interpretAnswer(heard.at(0).code, heard.at(0).payload);
-    QCOMPARE(kind.moduleKind, module);
-    const Answer id = interpretAnswer(heard.at(1).code, heard.at(1).payload);
-    QVERIFY(id.identify);
-    QCOMPARE(id.identifier, identifier);
-    QCOMPARE(heard.at(1).payload.size(), 5);
 }
 
 void TestVunitUnit::reportLayout_data()
@@ -570,64 +528,6 @@ void TestVunitUnit::garbageNeverHidesRequests()
     QVERIFY(cutter.pendingSize() <= 4);
 }
 
-void TestVunitUnit::batteryAnswers_data()
-{
-    QTest::addColumn<int>("detail");
-    QTest::addColumn<int>("length");
-    QTest::newRow("plain") << 0 << 3;
-    QTest::newRow("with signal") << 1 << 6;
-}
-
-void TestVunitUnit::batteryAnswers()
-{
-    QFETCH(int, detail);
-    QFETCH(int, length);
-    UnitModel unit(UnitConfig {});
-    int previous = 1000;
-    for (qint64 t : { 0ll, 60000ll, 600000ll, 6000000ll, 60000000ll }) {
-        const QVector<Heard> heard
-            = exchange(unit, SerialFrame::shortFrame(0xAD, quint8(detail)), nullptr, t);
-        QCOMPARE(heard.size(), 1);
-        const QByteArray b = heard.first().payload;
-        QCOMPARE(b.size(), length);
-        const int centivolts = quint8(b.at(0)) * 100 + quint8(b.at(1));
-        QVERIFY(quint8(b.at(1)) < 100);
-        QVERIFY2(
-            centivolts >= 660 && centivolts <= 840, qPrintable(QString::number(centivolts))); // two cells
-        QVERIFY(centivolts <= previous);
-        QVERIFY(quint8(b.at(2)) <= 100);
-        previous = centivolts;
-        if (length == 6) {
-            QCOMPARE(quint8(b.at(4)), quint8(0x80)); // negative dBm
-            QVERIFY(quint8(b.at(3)) >= 30 && quint8(b.at(3)) <= 90);
-            QVERIFY(quint8(b.at(5)) <= 100);
-        }
-    }
-    QVERIFY(previous < 830); // it drains
-}
-
-void TestVunitUnit::singleByteAnswers_data()
-{
-    QTest::addColumn<QByteArray>("request");
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("calibration start") << SerialFrame::encode(0xE6) << QByteArray::fromHex("00");
-    QTest::newRow("calibration finish") << SerialFrame::encode(0xE7) << QByteArray::fromHex("00");
-    QTest::newRow("ground module reset") << SerialFrame::encode(0x11) << QByteArray::fromHex("01");
-    QTest::newRow("air module reset") << SerialFrame::encode(0x12) << QByteArray::fromHex("01");
-    QTest::newRow("upload stop") << SerialFrame::encode(0xE4) << QByteArray::fromHex("00");
-}
-
-void TestVunitUnit::singleByteAnswers()
-{
-    QFETCH(QByteArray, request);
-    QFETCH(QByteArray, answer);
-    UnitModel unit(UnitConfig {});
-    const QVector<Heard> heard = exchange(unit, request);
-    QCOMPARE(heard.size(), 1);
-    QCOMPARE(heard.first().payload.toHex(), answer.toHex());
-    QVERIFY(interpretAnswer(heard.first().code, heard.first().payload).emits || request.at(1) == char(0xE4));
-}
-
 void TestVunitUnit::lineFaultsKeepAnswersIntact_data()
 {
     QTest::addColumn<bool>("noise");
@@ -701,75 +601,6 @@ void TestVunitUnit::lineFaultsKeepAnswersIntact()
     }
     QCOMPARE(firstArrivals, sentAnswers);
     QVERIFY(gotReports > sentReportCount / 2);
-}
-
-void TestVunitUnit::delayedAnswerDoesNotHoldReports()
-{
-    OutputQueue q;
-    q.push({ Chunk { "answer", 0 } }, 100);
-    q.push({ Chunk { "rep", 0 }, Chunk { "ort1", 5 } }, 0);
-    q.push({ Chunk { "report2", 0 } }, 0);
-    QCOMPARE(q.takeDue(0), QByteArray("rep"));
-    QCOMPARE(q.nextDue(), 5);
-    QCOMPARE(q.takeDue(3), QByteArray()); // nothing slips into a split frame
-    QCOMPARE(q.takeDue(5), QByteArray("ort1report2"));
-    QCOMPARE(q.nextDue(), 100);
-    QCOMPARE(q.takeDue(99), QByteArray());
-    QCOMPARE(q.takeDue(100), QByteArray("answer"));
-    QVERIFY(q.isEmpty());
-    QCOMPARE(q.nextDue(), -1);
-}
-
-void TestVunitUnit::options_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("check");
-    QTest::newRow("defaults") << QStringList() << true << "ALDER 0 refuse: rate 0 delay 0";
-    QTest::newRow("model and module")
-        << QStringList { "--model", "rowan", "--module", "2" } << true << "ROWAN 2 refuse: rate 0 delay 0";
-    QTest::newRow("willow by its long name")
-        << QStringList { "--model", "WILLOW" } << true << "WILLO 0 refuse: rate 0 delay 0";
-    QTest::newRow("refusals") << QStringList { "--refuse", "0xA3", "--refuse", "c4" } << true
-                              << "ALDER 0 refuse:a3,c4 rate 0 delay 0";
-    QTest::newRow("faults") << QStringList { "--rate", "25", "--delay", "30", "--noise", "--split" } << true
-                            << "ALDER 0 refuse: rate 25 delay 30 noise split";
-    QTest::newRow("unknown model") << QStringList { "--model", "OAK" } << false << "";
-    QTest::newRow("module 3") << QStringList { "--module", "3" } << false << "";
-    QTest::newRow("refuse not hex") << QStringList { "--refuse", "xyz" } << false << "";
-    QTest::newRow("refuse too big") << QStringList { "--refuse", "0x1A3" } << false << "";
-    QTest::newRow("stray argument") << QStringList { "ALDER" } << false << "";
-    QTest::newRow("rate 0") << QStringList { "--rate", "0" } << false << "";
-}
-
-void TestVunitUnit::options()
-{
-    QFETCH(QStringList, args);
-    QFETCH(bool, ok);
-    QFETCH(QString, check);
-    VunitOptions o;
-    QString text;
-    const ParseResult r = parseOptions(QStringList { "quillmark-vunit" } + args, &o, &text);
-    QCOMPARE(r == ParseResult::Run, ok);
-    if (!ok) {
-        QVERIFY(!text.isEmpty());
-        return;
-    }
-    QStringList refused;
-    for (quint8 c : o.unit.refused)
-        refused << QString::number(c, 16);
-    refused.sort();
-    QString got = QStringLiteral("%1 %2 refuse:%3 rate %4 delay %5")
-                      .arg(QString::fromLatin1(modelSpec(o.unit.model).identifier))
-                      .arg(o.unit.moduleKind)
-                      .arg(refused.join(QLatin1Char(',')))
-                      .arg(o.unit.reportRateHz)
-                      .arg(o.faults.answerDelayMs);
-    if (o.faults.noise)
-        got += QLatin1String(" noise");
-    if (o.faults.split)
-        got += QLatin1String(" split");
-    QCOMPARE(got, check);
 }
 
 QTEST_APPLESS_MAIN(TestVunitUnit)

@@ -46,8 +46,6 @@ private Q_SLOTS:
     void englishItemTextFindsItsTopic();
     void missingFileLeavesTheView();
     void closingTellsTheHub();
-    void shippedTextsAreReadable_data();
-    void shippedTextsAreReadable();
 
 private:
     QTreeWidget *tree(HelpWidget &w) { return w.findChild<QTreeWidget *>("treeWidget"); }
@@ -170,33 +168,6 @@ void TestHelpWidget::closingTellsTheHub()
     w.show();
     QVERIFY(w.close());
     QCOMPARE(closed.count(), 1);
-}
-
-void TestHelpWidget::shippedTextsAreReadable_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("title");
-    for (int topic = 0; topic < kTopicCount; ++topic) {
-        QTest::newRow(qPrintable(fileName(topic, true))) << fileName(topic, true) << kChineseTitles[topic];
-        QTest::newRow(qPrintable(fileName(topic, false))) << fileName(topic, false) << kEnglishTitles[topic];
-    }
-}
-
-// The delivered texts are UTF-8 and open with their topic's title.
-void TestHelpWidget::shippedTextsAreReadable()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, title);
-
-    QFile file(QM_SOURCE_DIR "/help/texts/" + name);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    QTextCodec::ConverterState state;
-    const QString text
-        = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    QCOMPARE(state.invalidChars, 0);
-    QCOMPARE(text.section('\n', 0, 0), title);
-    QVERIFY(text.size() > 300);
 }
 
 QTEST_MAIN(TestHelpWidget)

@@ -168,8 +168,6 @@ class TestModelDefaults : public QObject
 private Q_SLOTS:
     void valuesLandWhereTheyBelong_data();
     void valuesLandWhereTheyBelong();
-    void voltageLimits_data();
-    void voltageLimits();
     void nameLists_data();
     void nameLists();
     void loadingTwiceRepeatsOnlySbusControlNames();
@@ -177,8 +175,6 @@ private Q_SLOTS:
     void hostileFilesLeaveTheRecordSane();
     void shippedFilesFitTheirModels_data();
     void shippedFilesFitTheirModels();
-    void fileNamesByModelNumber_data();
-    void fileNamesByModelNumber();
 
 private:
     QString write(const QByteArray &content);
@@ -306,40 +302,6 @@ void TestModelDefaults::valuesLandWhereTheyBelong()
     DeviceData data = marked();
     QVERIFY(loadModelDefaults(write(content), data));
     QCOMPARE(::field(data, field), expected);
-}
-
-void TestModelDefaults::voltageLimits_data()
-{
-    QTest::addColumn<QString>("minText");
-    QTest::addColumn<QString>("maxText");
-    QTest::addColumn<double>("minVolt");
-    QTest::addColumn<double>("maxVolt");
-
-    QTest::newRow("two-cell pack") << "6.6"
-                                   << "8.4" << 6.6 << 8.4;
-    QTest::newRow("blanks around") << "\n 6.4 "
-                                   << " 8.4\n"
-                                   << 6.4 << 8.4;
-    QTest::newRow("garbage gives 0") << "six"
-                                     << "8,4" << 0.0 << 0.0;
-    QTest::newRow("nan and inf give 0") << "nan"
-                                        << "inf" << 0.0 << 0.0;
-    QTest::newRow("beyond a double gives 0") << "1e999"
-                                             << "-1e999" << 0.0 << 0.0;
-}
-
-void TestModelDefaults::voltageLimits()
-{
-    QFETCH(QString, minText);
-    QFETCH(QString, maxText);
-    QFETCH(double, minVolt);
-    QFETCH(double, maxVolt);
-
-    DeviceData data = marked();
-    QVERIFY(
-        loadModelDefaults(write(document(element("minVolt", minText) + element("maxVolt", maxText))), data));
-    QCOMPARE(data.minVolt, minVolt);
-    QCOMPARE(data.maxVolt, maxVolt);
 }
 
 void TestModelDefaults::nameLists_data()
@@ -516,32 +478,6 @@ void TestModelDefaults::shippedFilesFitTheirModels()
     for (const auto &superKey : data.sckeyMap)
         QCOMPARE(Ints(superKey, superKey + 12), Ints(6, kNoSelection) + Ints(6, 0));
     QCOMPARE(flat(data.keyGear), Ints(24, 0));
-}
-
-void TestModelDefaults::fileNamesByModelNumber_data()
-{
-    QTest::addColumn<int>("model");
-    QTest::addColumn<QString>("name");
-
-    const char *names[] = { "AlderConfig.xml", "BirchConfig.xml", "CedarConfig.xml", "LarchConfig.xml",
-        "MapleConfig.xml", "RowanConfig.xml", "WillowConfig.xml" };
-    for (int model = 0; model < 7; ++model)
-        QTest::newRow(names[model]) << model << names[model];
-    // An identification outside the seven models forms no file name.
-    QTest::newRow("-1") << -1 << QString();
-    QTest::newRow("7") << 7 << QString();
-    QTest::newRow("255") << 255 << QString();
-}
-
-void TestModelDefaults::fileNamesByModelNumber()
-{
-    QFETCH(int, model);
-    QFETCH(QString, name);
-
-    QCOMPARE(modelDefaultsFileName(model), name);
-    AppPaths::setAppDir("/opt/quillmark");
-    QCOMPARE(modelDefaultsPath(model), name.isEmpty() ? QString() : "/opt/quillmark/config/" + name);
-    AppPaths::setAppDir(QString());
 }
 
 QTEST_APPLESS_MAIN(TestModelDefaults)
