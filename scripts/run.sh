@@ -16,6 +16,8 @@
 set -euo pipefail
 shopt -s nullglob
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=appdir.sh
+source "$root/scripts/appdir.sh"
 build=${QM_BUILD_DIR:-$root/build}
 bin=$build/bin
 
@@ -60,23 +62,8 @@ done
 pty=$(head -n 1 "$work/pty")
 [[ -n "$pty" ]] || { echo "run.sh: the virtual unit printed no pty" >&2; exit 1; }
 
-# The application directory: build/bin's data linked in, except what the
-# program creates for itself (temp/, log/) and config/, which gets its own
-# port.xml beside links to the delivered files.
 app=$work/app
-mkdir -p "$app/config"
-for entry in "$bin"/*; do
-    name=$(basename "$entry")
-    case $name in config | temp | log) continue ;; esac
-    [[ -f "$entry" && -x "$entry" ]] && continue
-    ln -s "$entry" "$app/$name"
-done
-if [[ -d "$bin/config" ]]; then
-    for entry in "$bin/config"/*; do
-        [[ -e "$entry" && $(basename "$entry") != port.xml ]] && ln -s "$entry" "$app/config/"
-    done
-fi
-printf '<?xml version="1.0"?>\n<config><port>%s</port></config>\n' "$pty" >"$app/config/port.xml"
+make_app_dir "$bin" "$app" "$pty"
 
 echo "run.sh: virtual $model on $pty" >&2
 set +e

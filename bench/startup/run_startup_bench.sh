@@ -21,6 +21,7 @@
 set -euo pipefail
 shopt -s nullglob
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+source "$root/scripts/appdir.sh"
 build=${QM_BUILD_DIR:-$root/build}
 bin=$build/bin
 
@@ -70,21 +71,9 @@ cleanup() {
 trap cleanup EXIT
 trap 'exit 130' INT TERM
 
-# The application directory: build/bin's data linked in, config/ with its own
-# port.xml naming the unit's link.
 app=$work/app
-mkdir -p "$app/config"
-for entry in "$bin"/*; do
-    name=$(basename "$entry")
-    case $name in config | temp | log) continue ;; esac
-    [[ -f "$entry" && -x "$entry" ]] && continue
-    ln -s "$entry" "$app/$name"
-done
-for entry in "$bin"/config/*; do
-    [[ $(basename "$entry") != port.xml ]] && ln -s "$entry" "$app/config/"
-done
 link=$work/unit
-printf '<?xml version="1.0"?>\n<config><port>%s</port></config>\n' "$link" >"$app/config/port.xml"
+make_app_dir "$bin" "$app" "$link"
 
 unit_args=(--model ALDER --link "$link")
 ((unknown)) && unit_args+=(--identity OAKXX)
