@@ -1,4 +1,5 @@
 #include "ChannelListenInterface.h"
+#include "ControlColors.h"
 
 #include "DeviceData.h"
 
@@ -18,7 +19,6 @@ constexpr int kGap = 5;
 constexpr int kEdgeMargin = 5;
 constexpr int kMenuEndMargin = 25;
 constexpr int kActionStart = 15;
-const QColor kFrameGrey(180, 180, 180);
 
 int textWidth(const QPushButton *button)
 {
@@ -246,7 +246,7 @@ void ChannelListenInterface::paintEvent(QPaintEvent *)
     const int u = height() / 20;
     const int bar = 3 * u / 2;
     QPainter painter(this);
-    painter.setPen(QPen(kFrameGrey, 3));
+    painter.setPen(QPen(ControlColors::lightGrey(), 3));
     painter.drawRect(rect());
     painter.drawRect(0, 0, width(), bar);
     painter.drawRect(0, height() - bar, width(), bar);

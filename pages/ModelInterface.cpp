@@ -1,6 +1,7 @@
 #include "ModelInterface.h"
 
 #include "AppPaths.h"
+#include "ControlColors.h"
 #include "CtlButton.h"
 #include "Dial.h"
 #include "ModelPages.h"
@@ -20,9 +21,6 @@
 #include <QPushButton>
 
 namespace {
-const QColor kBackground(180, 180, 180);
-const QColor kBody(70, 70, 70);
-const QColor kBodyEdge(155, 155, 155);
 constexpr int kChannels = 16;
 constexpr int kColumnGap = 60;
 constexpr int kMargin = 10;
@@ -297,8 +295,8 @@ const QPixmap &ModelInterface::bodyPicture(const QSize &size)
     }
     QPainter painter(&body);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(kBodyEdge, 2));
-    painter.setBrush(kBody);
+    painter.setPen(QPen(ControlColors::outlineGrey(), 2));
+    painter.setBrush(ControlColors::darkGrey());
     painter.drawPath(outline.simplified());
     return body;
 }
@@ -310,7 +308,7 @@ void ModelInterface::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::TextAntialiasing);
     const int w = width();
     const int h = height();
-    painter.fillRect(rect(), kBackground);
+    painter.fillRect(rect(), ControlColors::lightGrey());
 
     const QFontMetrics fm(font());
     const int line = fm.height();
