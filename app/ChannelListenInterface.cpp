@@ -1,19 +1,22 @@
 #include "ChannelListenInterface.h"
+
 #include "ControlColors.h"
-
 #include "DeviceData.h"
-
 #include "HelpWidget.h"
 #include "Messages.h"
 #include "ModelDefaults.h"
 #include "PageHost.h"
 #include "SettingPage.h"
+#include "SettingPages.h"
 
 #include <QCloseEvent>
 #include <QPainter>
 #include <QPushButton>
 
-namespace {
+#include <algorithm>
+
+namespace
+{
 constexpr int kTopMargin = 10;
 constexpr int kGap = 5;
 constexpr int kEdgeMargin = 5;
@@ -50,20 +53,23 @@ ChannelListenInterface::ChannelListenInterface(int model, QWidget *parent)
     m_actions[size_t(Action::SaveFile)] = makeButton("saveConfigFile", tr("保存配置"));
     m_actions[size_t(Action::LoadFile)] = makeButton("loadConfigFile", tr("加载配置"));
     m_actions[size_t(Action::FactoryReset)] = makeButton("factoryReset", tr("恢复出厂设置"));
-    // The parameter file arrives with its own work; until then its two
-    // buttons cannot be used.
-    m_actions[size_t(Action::SaveFile)]->setEnabled(false);
-    m_actions[size_t(Action::LoadFile)]->setEnabled(false);
 
-    connect(m_menu[SectionSbus1], &QPushButton::clicked, this, &ChannelListenInterface::on_sbus1Config_clicked);
-    connect(m_menu[SectionSbus2], &QPushButton::clicked, this, &ChannelListenInterface::on_sbus2Config_clicked);
-    connect(m_menu[SectionChannelHold], &QPushButton::clicked, this, &ChannelListenInterface::on_holdConfig_clicked);
-    connect(m_menu[SectionButtons], &QPushButton::clicked, this, &ChannelListenInterface::on_buttonConfig_clicked);
+    connect(
+        m_menu[SectionSbus1], &QPushButton::clicked, this, &ChannelListenInterface::on_sbus1Config_clicked);
+    connect(
+        m_menu[SectionSbus2], &QPushButton::clicked, this, &ChannelListenInterface::on_sbus2Config_clicked);
+    connect(m_menu[SectionChannelHold], &QPushButton::clicked, this,
+        &ChannelListenInterface::on_holdConfig_clicked);
+    connect(m_menu[SectionButtons], &QPushButton::clicked, this,
+        &ChannelListenInterface::on_buttonConfig_clicked);
     connect(m_menu[SectionComprehensive], &QPushButton::clicked, this,
-            &ChannelListenInterface::on_comprehensiveConfig_clicked);
-    connect(m_menu[SectionRadioModule], &QPushButton::clicked, this, &ChannelListenInterface::on_rfRadioConfig_clicked);
-    connect(m_menu[SectionCustomOutput], &QPushButton::clicked, this, &ChannelListenInterface::on_customConfig_clicked);
-    connect(m_menu[kHelpEntry], &QPushButton::clicked, this, &ChannelListenInterface::on_helpInformation_clicked);
+        &ChannelListenInterface::on_comprehensiveConfig_clicked);
+    connect(m_menu[SectionRadioModule], &QPushButton::clicked, this,
+        &ChannelListenInterface::on_rfRadioConfig_clicked);
+    connect(m_menu[SectionCustomOutput], &QPushButton::clicked, this,
+        &ChannelListenInterface::on_customConfig_clicked);
+    connect(
+        m_menu[kHelpEntry], &QPushButton::clicked, this, &ChannelListenInterface::on_helpInformation_clicked);
     connect(m_return, &QPushButton::clicked, this, &ChannelListenInterface::on_channelListen_return_clicked);
     connect(m_left, &QPushButton::clicked, this, &ChannelListenInterface::on_leftScaleButton_clicked);
     connect(m_right, &QPushButton::clicked, this, &ChannelListenInterface::on_rightScaleButton_clicked);
@@ -86,6 +92,22 @@ ChannelListenInterface::ChannelListenInterface(int model, QWidget *parent)
         if (!path.isEmpty() && !loadModelDefaults(path, host->deviceData()))
             Messages::warning(this, modelDefaultsFileName(model), QStringLiteral("open file failed!"));
     }
+
+    // The setting pages, built once the model's names are known. The module
+    // power page and the custom output page exist only for the module kind
+    // that has them.
+    SettingPage *sbus = createSettingPage(SectionSbus1, this);
+    setSectionPage(SectionSbus1, sbus);
+    setSectionPage(SectionSbus2, sbus);
+    for (int section : { SectionChannelHold, SectionButtons, SectionComprehensive })
+        setSectionPage(section, createSettingPage(section, this));
+    if (module == 1)
+        setSectionPage(SectionRadioModule, createSettingPage(SectionRadioModule, this));
+    else if (module == 2)
+        setSectionPage(SectionCustomOutput, createSettingPage(SectionCustomOutput, this));
+    refreshPages();
+    if (SettingPage *p = page(m_section))
+        p->showSection(m_section);
 }
 
 QPushButton *ChannelListenInterface::makeButton(const char *objectName, const QString &text)
@@ -105,7 +127,11 @@ void ChannelListenInterface::setSectionPage(int section, SettingPage *page)
 {
     if (section < 0 || section >= SectionCount)
         return;
+    SettingPage *replaced = m_pages[size_t(section)];
     m_pages[size_t(section)] = page;
+    // A page no section shows any more goes (the SBUS page serves two).
+    if (replaced && std::find(m_pages.begin(), m_pages.end(), replaced) == m_pages.end())
+        replaced->deleteLater();
     if (page) {
         page->setParent(this);
         page->setVisible(page == m_pages[size_t(m_section)]);
@@ -130,10 +156,22 @@ void ChannelListenInterface::setPageAreaEnabled(bool enabled)
     }
     for (QPushButton *button : m_actions)
         button->setEnabled(enabled);
-    if (enabled) {
-        m_actions[size_t(Action::SaveFile)]->setEnabled(false);
-        m_actions[size_t(Action::LoadFile)]->setEnabled(false);
+}
+
+QVector<SettingPage *> ChannelListenInterface::pages() const
+{
+    QVector<SettingPage *> distinct;
+    for (SettingPage *p : m_pages) {
+        if (p && !distinct.contains(p))
+            distinct.append(p);
     }
+    return distinct;
+}
+
+void ChannelListenInterface::refreshPages()
+{
+    for (SettingPage *p : pages())
+        p->refreshFromRecord();
 }
 
 // ---------------------------------------------------------------- sections
@@ -141,16 +179,14 @@ void ChannelListenInterface::setPageAreaEnabled(bool enabled)
 void ChannelListenInterface::chooseSection(int section)
 {
     m_section = section;
-    for (int s = 0; s < SectionCount; ++s) {
-        SettingPage *p = m_pages[size_t(s)];
-        if (!p)
-            continue;
+    SettingPage *current = page(section);
+    for (SettingPage *p : pages()) {
         // Sections 0 and 1 share one page; it is told which port it shows.
-        const bool shown = (s == section) || (p == m_pages[size_t(section)]);
-        if (shown)
+        if (p == current)
             p->showSection(section);
-        p->setVisible(shown);
+        p->setVisible(p == current);
     }
+    layoutHub();
     update();
 }
 
@@ -239,6 +275,14 @@ void ChannelListenInterface::closeEvent(QCloseEvent *event)
 }
 
 // ---------------------------------------------------------------- layout
+
+void ChannelListenInterface::resizeEvent(QResizeEvent *event)
+{
+    // Laid out on every paint; also at once, so that a page is given its
+    // area before it is first drawn.
+    QWidget::resizeEvent(event);
+    layoutHub();
+}
 
 void ChannelListenInterface::paintEvent(QPaintEvent *)
 {

@@ -37,6 +37,11 @@ public:
     // Puts a page into a section (the SBUS page goes into sections 0 and 1).
     void setSectionPage(int section, SettingPage *page);
 
+    // Every page once (the SBUS page serves two sections).
+    QVector<SettingPage *> pages() const;
+    // Fills every page from the record (after a parameter file was loaded).
+    void refreshPages();
+
     // Disabled while a read or write of the current section runs.
     void setPageAreaEnabled(bool enabled);
 
@@ -59,6 +64,7 @@ public Q_SLOTS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -70,7 +76,7 @@ private:
     int m_section = SectionSbus1;
     int m_scroll = 0;
     QVector<int> m_entries;
-    std::array<QPushButton *, 8> m_menu {};   // sections 0..6, help
+    std::array<QPushButton *, 8> m_menu {}; // sections 0..6, help
     std::array<QPushButton *, 5> m_actions {};
     std::array<SettingPage *, SectionCount> m_pages {};
     QPushButton *m_return = nullptr;

@@ -11,6 +11,7 @@
 #include "Messages.h"
 #include "ModelInterface.h"
 #include "ModelPages.h"
+#include "ParameterFile.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
 #include "StartupRules.h"
@@ -25,7 +26,8 @@
 #include <QScreen>
 #include <QUrl>
 
-namespace {
+namespace
+{
 MainWindow *g_mainWindow = nullptr;
 
 // The website link of the form carries no address of its own.
@@ -49,8 +51,7 @@ MainWindow::MainWindow(QWidget *parent)
     m_configDir = AppPaths::file(QStringLiteral("/config/"));
     applyStyleSheet();
     m_modelIds = QStringList { QStringLiteral("ALDER"), QStringLiteral("BIRCH"), QStringLiteral("CEDAR"),
-                               QStringLiteral("LARCH"), QStringLiteral("MAPLE"), QStringLiteral("ROWAN"),
-                               QStringLiteral("WILLO") };
+        QStringLiteral("LARCH"), QStringLiteral("MAPLE"), QStringLiteral("ROWAN"), QStringLiteral("WILLO") };
 
     m_link = new SerialLink(this);
     connect(m_link, &SerialLink::readyRead, this, &MainWindow::slot_readyRead);
@@ -182,8 +183,12 @@ void MainWindow::createHub()
     m_hub->hide();
 
     const std::array<void (MainWindow::*)(), 7> menuSlots {
-        &MainWindow::slot_sbus1Config,   &MainWindow::slot_sbus2Config,          &MainWindow::slot_channelHold,
-        &MainWindow::slot_buttonSetting, &MainWindow::slot_comprehensiveSetting, &MainWindow::slot_rfRadioConfig,
+        &MainWindow::slot_sbus1Config,
+        &MainWindow::slot_sbus2Config,
+        &MainWindow::slot_channelHold,
+        &MainWindow::slot_buttonSetting,
+        &MainWindow::slot_comprehensiveSetting,
+        &MainWindow::slot_rfRadioConfig,
         &MainWindow::slot_customConfig,
     };
     for (int section = 0; section < SectionCount; ++section)
@@ -192,18 +197,17 @@ void MainWindow::createHub()
     using Action = ChannelListenInterface::Action;
     connect(m_hub->actionButton(Action::WriteData), &QPushButton::clicked, this, &MainWindow::slot_saveData);
     connect(m_hub->actionButton(Action::ReadData), &QPushButton::clicked, this, &MainWindow::slot_readData);
-    connect(m_hub->actionButton(Action::SaveFile), &QPushButton::clicked, this, &MainWindow::slot_saveConfigFile);
-    connect(m_hub->actionButton(Action::LoadFile), &QPushButton::clicked, this, &MainWindow::slot_loadConfigFile);
+    connect(
+        m_hub->actionButton(Action::SaveFile), &QPushButton::clicked, this, &MainWindow::slot_saveConfigFile);
+    connect(
+        m_hub->actionButton(Action::LoadFile), &QPushButton::clicked, this, &MainWindow::slot_loadConfigFile);
     connect(m_hub->actionButton(Action::FactoryReset), &QPushButton::clicked, this,
-            &MainWindow::slot_restoreFactory);
+        &MainWindow::slot_restoreFactory);
     connect(m_hub, &ChannelListenInterface::signal_closeEvent, this, &MainWindow::slot_closeEvent);
 
-    // The hub connects the pages it creates only for some sections; the four
-    // main setting pages hear the unit through the main window.
-    for (int section : { SectionSbus1, SectionChannelHold, SectionButtons, SectionComprehensive }) {
-        if (SettingPage *page = m_hub->page(section))
-            connect(this, &MainWindow::signal_information, page, &SettingPage::slot_information);
-    }
+    // Every setting page hears every answer of the unit, once.
+    for (SettingPage *page : m_hub->pages())
+        connect(this, &MainWindow::signal_information, page, &SettingPage::slot_information);
 }
 
 // ---------------------------------------------------------------- pages
@@ -371,16 +375,62 @@ void MainWindow::writeAll()
     notice->deleteLater();
 }
 
+QString MainWindow::parameterFileText() const
+{
+    QString text = ParameterFile::opening();
+    if (m_hub) {
+        for (int section : { SectionSbus1, SectionChannelHold, SectionButtons, SectionComprehensive }) {
+            if (SettingPage *page = m_hub->page(section))
+                text += page->fileFragment();
+        }
+    }
+    qCDebug(lcApp).noquote() << text;
+    // The output module's settings when the unit carries it, the module power
+    // settings otherwise; a unit with neither page writes neither.
+    const int last = m_data.m_module == 2 ? SectionCustomOutput : SectionRadioModule;
+    if (SettingPage *page = m_hub ? m_hub->page(last) : nullptr)
+        text += page->fileFragment();
+    return text + ParameterFile::closing();
+}
+
 void MainWindow::slot_saveConfigFile()
 {
-    // Saving the parameter file comes with the parameter file itself; the hub
-    // keeps its button disabled until then.
+    m_lastPath = LastPath::remember(m_lastPath);
+    const QString name = Messages::saveFileName(
+        this, QStringLiteral("SaveFile"), m_lastPath, QStringLiteral("Config File(*.cfg)"));
+    if (!name.isEmpty())
+        m_lastPath = name;
+    // The remembered path is rewritten also when the dialog was cancelled.
+    LastPath::store(m_lastPath);
+    if (name.isEmpty())
+        return;
+    QFile file(name);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        qCDebug(lcApp) << "parameter file: cannot write" << name;
+        return;
+    }
+    file.write(parameterFileText().toLocal8Bit());
+}
+
+bool MainWindow::loadConfigFile(const QString &path)
+{
+    const bool opened = ParameterFile::load(path, m_data);
+    if (m_hub)
+        m_hub->refreshPages();
+    return opened;
 }
 
 void MainWindow::slot_loadConfigFile()
 {
-    // Loading a parameter file comes with the parameter file itself; the hub
-    // keeps its button disabled until then.
+    m_lastPath = LastPath::remember(m_lastPath);
+    const QString name = Messages::openFileName(
+        this, QStringLiteral("OpenFile"), m_lastPath, QStringLiteral("Config File(*.cfg)"));
+    if (name.isEmpty())
+        return;
+    loadConfigFile(name);
+    // Asked even when the file gave nothing: the user decides what goes out.
+    if (confirm(tr("写入配置文件"), tr("确认要写入配置文件参数吗！")))
+        writeAll();
 }
 
 void MainWindow::slot_restoreFactory()

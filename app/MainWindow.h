@@ -11,7 +11,8 @@
 
 #include <array>
 
-namespace Ui {
+namespace Ui
+{
 class MainWindow;
 }
 class ChannelListenInterface;
@@ -54,6 +55,12 @@ public:
 
     // Sends every setting page's parameters (after a parameter file was loaded).
     void writeAll();
+    // Loads a parameter file into the record and refreshes the pages from it;
+    // false when the file cannot be opened.
+    bool loadConfigFile(const QString &path);
+    // The parameter file of the record and the pages as they stand.
+    QString parameterFileText() const;
+    QString lastPath() const { return m_lastPath; }
 
 Q_SIGNALS:
     void signal_information(CodeID code, QByteArray data);
@@ -110,6 +117,7 @@ private:
     QPointer<ChannelListenInterface> m_hub; // the hub deletes itself when closed
     canReceive *m_canReceive = nullptr;
     QWidget *m_connectingScreen = nullptr;
+    QString m_lastPath; // of the parameter file, remembered in config/lastAddr.tmp
     bool m_confirmed = false;
     bool m_closing = false;
 };

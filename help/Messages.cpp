@@ -2,17 +2,26 @@
 
 #include "MDlg.h"
 
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
-namespace {
+namespace
+{
 Messages::Responder &responder()
 {
     static Messages::Responder r;
     return r;
 }
 
-void box(QMessageBox::Icon icon, Messages::Kind kind, QWidget *parent, const QString &title, const QString &text)
+Messages::FileResponder &fileResponder()
+{
+    static Messages::FileResponder r;
+    return r;
+}
+
+void box(
+    QMessageBox::Icon icon, Messages::Kind kind, QWidget *parent, const QString &title, const QString &text)
 {
     if (responder()) {
         responder()(Messages::Shown { kind, title, text });
@@ -23,7 +32,8 @@ void box(QMessageBox::Icon icon, Messages::Kind kind, QWidget *parent, const QSt
 }
 } // namespace
 
-namespace Messages {
+namespace Messages
+{
 
 void setResponder(Responder r)
 {
@@ -43,6 +53,25 @@ void critical(QWidget *parent, const QString &title, const QString &text)
 void information(QWidget *parent, const QString &title, const QString &text)
 {
     box(QMessageBox::Information, Kind::Information, parent, title, text);
+}
+
+void setFileResponder(FileResponder r)
+{
+    fileResponder() = std::move(r);
+}
+
+QString saveFileName(QWidget *parent, const QString &caption, const QString &startPath, const QString &filter)
+{
+    if (fileResponder())
+        return fileResponder()(caption, startPath, filter);
+    return QFileDialog::getSaveFileName(parent, caption, startPath, filter);
+}
+
+QString openFileName(QWidget *parent, const QString &caption, const QString &startPath, const QString &filter)
+{
+    if (fileResponder())
+        return fileResponder()(caption, startPath, filter);
+    return QFileDialog::getOpenFileName(parent, caption, startPath, filter);
 }
 
 void exec(MDlg *dialog)

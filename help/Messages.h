@@ -10,7 +10,8 @@ class QWidget;
 // Every message box and confirmation of the program goes through here, so
 // that a test can read what would have been shown and answer the dialogs
 // without a modal loop.
-namespace Messages {
+namespace Messages
+{
 
 enum class Kind { Warning, Critical, Information, Dialog };
 
@@ -29,6 +30,17 @@ void setResponder(Responder responder);
 void warning(QWidget *parent, const QString &title, const QString &text);
 void critical(QWidget *parent, const QString &title, const QString &text);
 void information(QWidget *parent, const QString &title, const QString &text);
+
+// The file dialogs of the parameter file. A file responder answers them
+// instead of the user (an empty name is a cancelled dialog); an empty
+// responder restores the real dialogs.
+using FileResponder
+    = std::function<QString(const QString &caption, const QString &startPath, const QString &filter)>;
+void setFileResponder(FileResponder responder);
+QString saveFileName(
+    QWidget *parent, const QString &caption, const QString &startPath, const QString &filter);
+QString openFileName(
+    QWidget *parent, const QString &caption, const QString &startPath, const QString &filter);
 
 // Runs a prepared MDlg modally (title, style sheet, text and the connection
 // of signal_dialog already made by the caller).

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QWidget>
 
+struct DeviceData;
+
 // A page of the configuration hub that edits one parameter group. The hub
 // shows it in its section; the main window asks it for its write payloads
 // and its part of the parameter file, and hands it every answer of the unit.
@@ -29,4 +31,10 @@ public:
 
 public Q_SLOTS:
     virtual void slot_information(CodeID code, QByteArray data) = 0;
+
+protected:
+    // The main window's record; a page built without a main window (a tool
+    // rendering pages) works on a record of its own.
+    DeviceData &record();
+    const DeviceData &record() const;
 };

@@ -4,6 +4,7 @@
 #include "DeviceData.h"
 #include "FormattedScan.h"
 #include "ParamsLog.h"
+#include "XmlContainers.h"
 
 #include <QFile>
 #include <QStringList>
@@ -11,6 +12,8 @@
 
 using FormattedScan::wholeInt;
 using FormattedScan::wholeReal;
+using XmlContainers::channelGroupTags;
+using XmlContainers::collectChildTexts;
 
 namespace
 {
@@ -31,37 +34,6 @@ const QStringList &nameListTags()
 {
     static const QStringList tags { "channelMap", "HoldSwitch", "KeyMap", "HidMap", "SbusControl" };
     return tags;
-}
-
-// Children of <sbus1Default> / <sbus2Default>, in the order the channel
-// groups take them.
-const QStringList &channelGroupTags()
-{
-    static const QStringList tags { "phase", "fineTuning", "leftTrip", "rightTrip", "safeProtectionState",
-        "safeProtectionValue", "channelMap", "noneValue" };
-    return tags;
-}
-
-// Collects, in document order, the texts of every element below the current
-// container whose name is in `known`, up to the container's own end tag.
-// Returns false when the document ended or broke before that end tag.
-bool collectChildTexts(QXmlStreamReader &xml, const QStringList &known, QStringList &texts)
-{
-    int depth = 0;
-    while (!xml.atEnd()) {
-        xml.readNext();
-        if (xml.isStartElement()) {
-            if (known.contains(xml.name().toString()))
-                texts << xml.readElementText(QXmlStreamReader::SkipChildElements);
-            else
-                ++depth; // an unknown wrapper: still searched for known children
-        } else if (xml.isEndElement()) {
-            if (depth == 0)
-                return !xml.hasError();
-            --depth;
-        }
-    }
-    return false;
 }
 
 // "0,T1;1,T2;" -> T1, T2: each entry is "number,name;" and only the name is

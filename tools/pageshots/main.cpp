@@ -1,28 +1,32 @@
 // quillmark-pageshots OUTDIR: renders every model page with live values from
 // the virtual unit, at the full window size and at a small one, and the
 // configuration hub for each radio module kind, to PNG files (offscreen).
+#include "AnswerRules.h"
 #include "AppPaths.h"
 #include "ChannelListenInterface.h"
 #include "DeviceData.h"
 #include "ModelInterface.h"
 #include "ModelSpec.h"
 #include "PageHost.h"
+#include "SettingPage.h"
 #include "UnitModel.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
 #include <QTextStream>
 
-namespace {
+namespace
+{
 
 struct ShotHost : PageHost {
     DeviceData data;
     DeviceData &deviceData() override { return data; }
     int currentModel() const override { return 0; }
     QString dialogStyleSheet() const override { return QString(); }
-    void showHub() override {}
-    void showModelPage() override {}
+    void showHub() override { }
+    void showModelPage() override { }
 };
 
 bool save(QWidget *widget, const QSize &size, const QString &path)
@@ -31,6 +35,16 @@ bool save(QWidget *widget, const QSize &size, const QString &path)
     const bool ok = widget->grab().save(path);
     QTextStream(stdout) << (ok ? "wrote " : "FAILED ") << path << '\n';
     return ok;
+}
+
+// Hands an answer frame of the unit to the hub's pages as the main window does.
+void deliver(ChannelListenInterface &hub, const QByteArray &frame)
+{
+    const Answer answer = interpretAnswer(quint8(frame.at(1)), frame.mid(4, frame.size() - 5));
+    if (!answer.emits)
+        return;
+    for (SettingPage *page : hub.pages())
+        page->slot_information(answer.codeId, answer.data);
 }
 
 } // namespace
@@ -72,6 +86,35 @@ int main(int argc, char **argv)
         page->slot_information(CalibrationStarted, QByteArray());
         ok &= save(page, QSize(1280, 760), QStringLiteral("%1/%2_calibrating.png").arg(out, name));
         delete page;
+    }
+
+    // The setting pages filled from the virtual unit's answers, at the main
+    // window's size and at a small one.
+    {
+        host.data.m_module = 2;
+        ChannelListenInterface hub(0);
+        Vunit::UnitConfig config;
+        Vunit::UnitModel unit(config);
+        const struct {
+            quint8 code;
+            QByteArray payload;
+        } reads[] = { { 0xA3, QByteArray(1, '\0') }, { 0xA7, QByteArray(1, '\0') },
+            { 0xA3, QByteArray(1, '\1') }, { 0xA7, QByteArray(1, '\1') }, { 0xB4, QByteArray(1, '\0') } };
+        for (const auto &read : reads) {
+            QStringList notes;
+            for (const QByteArray &frame : unit.handle(read.code, read.payload, 0, &notes))
+                deliver(hub, frame);
+        }
+        const char *const sections[] = { "sbus1", "sbus2", "hold" };
+        for (int section = 0; section < 3; ++section) {
+            hub.menuButton(section)->click();
+            for (const QSize size : { QSize(1280, 760), QSize(700, 450) })
+                ok &= save(&hub, size,
+                    QStringLiteral("%1/settings_%2_%3x%4.png")
+                        .arg(out, QLatin1String(sections[section]))
+                        .arg(size.width())
+                        .arg(size.height()));
+        }
     }
 
     for (int module = 0; module < 3; ++module) {

@@ -1,0 +1,18 @@
+#include "SettingPages.h"
+
+#include "SbusConfig.h"
+#include "SbusHold.h"
+#include "Sequences.h"
+
+SettingPage *createSettingPage(int section, QWidget *parent)
+{
+    switch (section) {
+    case SectionSbus1:
+    case SectionSbus2:
+        return new SbusConfig(parent);
+    case SectionChannelHold:
+        return new SbusHold(parent);
+    default:
+        return nullptr;
+    }
+}
