@@ -1,10 +1,12 @@
 #include "ChannelListenInterface.h"
 
+#include "AppLog.h"
 #include "ControlColors.h"
 #include "DeviceData.h"
 #include "HelpWidget.h"
 #include "Messages.h"
 #include "ModelDefaults.h"
+#include "ParameterFile.h"
 #include "PageHost.h"
 #include "SettingPage.h"
 #include "SettingPages.h"
@@ -172,6 +174,23 @@ void ChannelListenInterface::refreshPages()
 {
     for (SettingPage *p : pages())
         p->refreshFromRecord();
+}
+
+QString ChannelListenInterface::parameterFileText() const
+{
+    QString text = ParameterFile::opening();
+    for (int section : { SectionSbus1, SectionChannelHold, SectionButtons, SectionComprehensive }) {
+        if (SettingPage *p = page(section))
+            text += p->fileFragment();
+    }
+    qCDebug(lcApp).noquote() << text;
+    // The output module's settings when the unit carries it, the module power
+    // settings otherwise; a unit with neither page writes neither.
+    PageHost *host = PageHost::instance();
+    const int module = host ? host->deviceData().m_module : 0;
+    if (SettingPage *p = page(module == 2 ? SectionCustomOutput : SectionRadioModule))
+        text += p->fileFragment();
+    return text + ParameterFile::closing();
 }
 
 // ---------------------------------------------------------------- sections

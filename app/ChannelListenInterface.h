@@ -41,6 +41,9 @@ public:
     QVector<SettingPage *> pages() const;
     // Fills every page from the record (after a parameter file was loaded).
     void refreshPages();
+    // The parameter file of the pages as they stand: their fragments in the
+    // file's order between its opening and its closing.
+    QString parameterFileText() const;
 
     // Disabled while a read or write of the current section runs.
     void setPageAreaEnabled(bool enabled);

@@ -377,20 +377,7 @@ void MainWindow::writeAll()
 
 QString MainWindow::parameterFileText() const
 {
-    QString text = ParameterFile::opening();
-    if (m_hub) {
-        for (int section : { SectionSbus1, SectionChannelHold, SectionButtons, SectionComprehensive }) {
-            if (SettingPage *page = m_hub->page(section))
-                text += page->fileFragment();
-        }
-    }
-    qCDebug(lcApp).noquote() << text;
-    // The output module's settings when the unit carries it, the module power
-    // settings otherwise; a unit with neither page writes neither.
-    const int last = m_data.m_module == 2 ? SectionCustomOutput : SectionRadioModule;
-    if (SettingPage *page = m_hub ? m_hub->page(last) : nullptr)
-        text += page->fileFragment();
-    return text + ParameterFile::closing();
+    return m_hub ? m_hub->parameterFileText() : ParameterFile::join({});
 }
 
 void MainWindow::slot_saveConfigFile()

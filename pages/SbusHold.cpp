@@ -82,6 +82,11 @@ QWidget *SbusHold::buildBlock(int port)
     return block;
 }
 
+void SbusHold::showSection(int)
+{
+    refreshFromRecord();
+}
+
 void SbusHold::refreshFromRecord()
 {
     const DeviceData &d = record();

@@ -18,6 +18,8 @@ public:
     // Shows the port's selector state at hold position 0..2.
     void showPort(int port, int position);
 
+    // Shown from the hub's menu: the record as it stands.
+    void showSection(int section) override;
     void refreshFromRecord() override;
     QList<QByteArray> collectPayloads() override;
     QList<QByteArray> payloadsFromRecord() override;

@@ -148,6 +148,48 @@
         <source>确认要恢复出厂设置吗！</source>
         <translation>确认要恢复出厂设置吗！</translation>
     </message>
+    <message>
+        <source>写入配置文件</source>
+        <translation>写入配置文件</translation>
+    </message>
+    <message>
+        <source>确认要写入配置文件参数吗！</source>
+        <translation>确认要写入配置文件参数吗！</translation>
+    </message>
+</context>
+<context>
+    <name>SbusConfig</name>
+    <message>
+        <source>舵机相位</source>
+        <translation>舵机相位</translation>
+    </message>
+    <message>
+        <source>中点微调</source>
+        <translation>中点微调</translation>
+    </message>
+    <message>
+        <source>舵机行程量</source>
+        <translation>舵机行程量</translation>
+    </message>
+    <message>
+        <source>失控保护</source>
+        <translation>失控保护</translation>
+    </message>
+    <message>
+        <source> To :</source>
+        <translation> To :</translation>
+    </message>
+</context>
+<context>
+    <name>SbusHold</name>
+    <message>
+        <source>控制开关：</source>
+        <translation>控制开关：</translation>
+    </message>
+    <message>
+        <source>保持档位：</source>
+        <translation>保持档位：</translation>
+    </message>
 </context>
 <context>
     <name>ModelInterface</name>

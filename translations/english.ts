@@ -148,6 +148,48 @@
         <source>确认要恢复出厂设置吗！</source>
         <translation>Restore the factory settings of the remote control unit?</translation>
     </message>
+    <message>
+        <source>写入配置文件</source>
+        <translation>Write Config File</translation>
+    </message>
+    <message>
+        <source>确认要写入配置文件参数吗！</source>
+        <translation>Write the parameters of the config file to the remote control unit?</translation>
+    </message>
+</context>
+<context>
+    <name>SbusConfig</name>
+    <message>
+        <source>舵机相位</source>
+        <translation>Servo Phase</translation>
+    </message>
+    <message>
+        <source>中点微调</source>
+        <translation>Center Trim</translation>
+    </message>
+    <message>
+        <source>舵机行程量</source>
+        <translation>Servo Travel</translation>
+    </message>
+    <message>
+        <source>失控保护</source>
+        <translation>Failsafe</translation>
+    </message>
+    <message>
+        <source> To :</source>
+        <translation> To :</translation>
+    </message>
+</context>
+<context>
+    <name>SbusHold</name>
+    <message>
+        <source>控制开关：</source>
+        <translation>Control Switch:</translation>
+    </message>
+    <message>
+        <source>保持档位：</source>
+        <translation>Hold Position:</translation>
+    </message>
 </context>
 <context>
     <name>ModelInterface</name>

@@ -48,10 +48,17 @@ QByteArray pattern(int size, int seed, int first)
     return out;
 }
 
+// A neutral tuning (no trim, phase or failsafe, travel 100 %, channels 1..14
+// on the controls in order, 15 and 16 on "NONE") with the test's edits.
 QByteArray sbusTuning(int port, std::function<void(QByteArray &)> edit)
 {
-    UnitModel factory(UnitConfig {});
-    QByteArray t = factory.store().sbusTuning(port);
+    QByteArray t(85, '\0');
+    t[0] = char(port);
+    for (int c = 0; c < 16; ++c) {
+        t[17 + c] = t[33 + c] = char(100);
+        t[49 + c] = char(255);
+        t[69 + c] = char(c < 14 ? c : kMapNone);
+    }
     edit(t);
     return t;
 }
@@ -180,7 +187,7 @@ void TestVunitUnit::sbusPortsAreKeptApart()
     exchange(unit, SerialFrame::encode(0xA8, pattern(17, 9, 1)));
     QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 0)).first().payload, port1Before);
     QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA7, 0)).first().payload, unit.store().sbusNone(0));
-    QCOMPARE(unit.store().sbusNone(0).mid(1), QByteArray(16, '\0'));
+    QCOMPARE(unit.store().sbusNone(0), UnitModel(UnitConfig {}).store().sbusNone(0));
     QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 1)).first().payload, pattern(85, 9, 1));
 }
 
@@ -398,7 +405,7 @@ void TestVunitUnit::writtenSettingsShowInReport()
         QCOMPARE(sbus2.at(1), controls.at(9));
         QCOMPARE(sbus1.at(10), controls.at(10)); // a switch: 0, 600 or 1200 at full travel
         QCOMPARE(sbus1.at(15), quint16(600 - 40 * 6));
-        QCOMPARE(sbus2.at(15), quint16(600)); // factory: "NONE" at 0
+        QCOMPARE(sbus2.at(15), quint16(600 + 45 * 6)); // factory: "NONE" at 45
     }
 }
 

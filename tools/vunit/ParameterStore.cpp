@@ -17,6 +17,7 @@ constexpr int kTrimAt = 1;
 constexpr int kLeftAt = 17;
 constexpr int kRightAt = 33;
 constexpr int kFailsafeAt = 49;
+constexpr int kStateAt = 65;
 constexpr int kPhaseAt = 67;
 constexpr int kMapAt = 69;
 
@@ -69,25 +70,48 @@ void ParameterStore::restoreFactory()
 
 void ParameterStore::seedSbus()
 {
-    // Both ports alike: the first channels follow the controls in report
-    // order, the rest are "NONE" at the centre; travel 100 %, no failsafe.
+    // The first channels follow the controls in report order, the rest are
+    // "NONE" at a fixed value. The factory setup is not neutral, so that a
+    // read visibly changes the setting pages: a few trims, reversed channels
+    // and travels, a failsafe on channels 1 and 3 only, fixed values of both
+    // signs, and channel hold armed on port 1.
+    struct Port {
+        int trims[4];       // channels 1..4, signed
+        quint16 reversed;   // phase mask
+        int failsafe3;      // channel 3 failsafe, signed
+        int fixed15, fixed16;
+    };
+    const Port ports[2] = { { { 5, -5, 0, 12 }, 0x0012, -100, -20, 30 }, { { 0, 3, -8, 0 }, 0x0004, -60, -50, 45 } };
     for (int port = 0; port < 2; ++port) {
+        const Port &p = ports[port];
         QByteArray t(kSbusTuningBytes, '\0');
         t[0] = char(port);
         for (int c = 0; c < kChannels; ++c) {
-            t[kLeftAt + c] = char(100);
-            t[kRightAt + c] = char(100);
+            t[kTrimAt + c] = char(toSignMagnitude(c < 4 ? p.trims[c] : 0));
+            t[kLeftAt + c] = char(c == 2 ? 80 : 100);
+            t[kRightAt + c] = char(c == 2 ? 120 : 100);
             t[kFailsafeAt + c] = char(kFailsafeOff);
-            t[kMapAt + c] = char(c < m_spec.controls.size() ? c : kMapNone);
+            t[kMapAt + c] = char(c < qMin(14, m_spec.controls.size()) ? c : kMapNone);
         }
+        // Failsafe: channel 1 at the centre, channel 3 (throttle) low; the
+        // sign of channel 3 travels in the state mask at bytes 65 and 66.
+        t[kFailsafeAt + 0] = char(0);
+        t[kFailsafeAt + 2] = char(qAbs(p.failsafe3));
+        t[kStateAt] = char(p.failsafe3 < 0 ? 0x04 : 0x00);
+        t[kPhaseAt] = char(p.reversed & 0xFF);
+        t[kPhaseAt + 1] = char(p.reversed >> 8);
         m_sbusTuning[port] = t;
 
         QByteArray n(kSbusNoneBytes, '\0');
         n[0] = char(port);
+        n[1 + 14] = char(toSignMagnitude(p.fixed15));
+        n[1 + 15] = char(toSignMagnitude(p.fixed16));
         m_sbusNone[port] = n;
-
-        m_hold[port] = bytes({ port, kNoSwitch, 0, 0, 0, 0, 0, 0 });
     }
+    // Port 1 holds on its second switch: throttle (channel 3) in position 0,
+    // channels 1 and 16 in position 2. Port 2 has no hold switch.
+    m_hold[0] = bytes({ 0, 1, 0x04, 0x00, 0x00, 0x00, 0x01, 0x80 });
+    m_hold[1] = bytes({ 1, kNoSwitch, 0, 0, 0, 0, 0, 0 });
 }
 
 void ParameterStore::seedSimpleGroups()

@@ -1,0 +1,255 @@
+// The SBUS channel settings and channel hold pages as a user drives them:
+// answers shown in the controls, edits collected into the record and the
+// payloads the write sends.
+#include "DeviceData.h"
+#include "MCheckBox.h"
+#include "MSpinBox.h"
+#include "PageHost.h"
+#include "PhaseSwitch.h"
+#include "SbusConfig.h"
+#include "SbusHold.h"
+
+#include <QComboBox>
+#include <QtTest>
+
+namespace
+{
+
+struct TestHost : PageHost {
+    DeviceData data;
+    DeviceData &deviceData() override { return data; }
+    int currentModel() const override { return 0; }
+    QString dialogStyleSheet() const override { return QString(); }
+    void showHub() override { }
+    void showModelPage() override { }
+};
+
+template <typename T> T *child(QWidget *page, const QString &name)
+{
+    T *w = page->findChild<T *>(name);
+    if (!w)
+        qFatal("no %s", qPrintable(name));
+    return w;
+}
+
+// A click on an MCheckBox's box, where it takes presses.
+void clickBox(MCheckBox *box)
+{
+    const int h = box->height();
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(h / 2, h / 2));
+}
+
+} // namespace
+
+class TestSettingPages : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void sbusAnswerShowsInTheControls();
+    void answerForTheOtherPortShowsWhenThatPortIsChosen();
+    void choosingNoneShowsTheFixedValueAndWrites254();
+    void failsafeIsCollectedSignedAndSentAsMagnitude();
+    void holdWithoutSwitchIsLockedAndWrites255();
+    void anotherSwitchShowsEveryChannelUnheld();
+    void heldChannelsAreClickedAndWritten();
+
+private:
+    TestHost m_host;
+};
+
+void TestSettingPages::init()
+{
+    m_host.data = DeviceData();
+    m_host.data.channelMapNames = QStringList { "T1", "T2", "T3", "T4" };
+    m_host.data.holdSwitchNames = QStringList { "NONE", "SA", "SB" };
+}
+
+void TestSettingPages::sbusAnswerShowsInTheControls()
+{
+    SbusConfig page;
+    page.resize(1280, 700);
+    page.show();
+    page.showSection(0);
+    QByteArray t(85, '\0');
+    for (int c = 0; c < 16; ++c)
+        t[49 + c] = char(255);
+    t[1] = char(0x85); // channel 1 trim -5
+    t[17 + 1] = char(80); // channel 2 left travel
+    t[49 + 2] = char(40); // channel 3 failsafe 40 ...
+    t[65] = char(0x04); // ... negative
+    t[69 + 3] = char(254); // channel 4 on "NONE"
+    t[67] = char(0x10); // channel 5 reversed
+    t[69 + 5] = char(2); // channel 6 follows T3
+    page.slot_information(SbusTuningData, t);
+    QByteArray n(17, '\0');
+    n[4] = char(0x94); // channel 4 fixed at -20
+    page.slot_information(SbusNoneData, n);
+
+    QCOMPARE(child<MSpinBox>(&page, "fineTuning_1")->currentValue(), -5.0);
+    QCOMPARE(child<MSpinBox>(&page, "leftTrip_2")->currentValue(), 80.0);
+    QVERIFY(!child<MSpinBox>(&page, "safeProtection_2")->checked());
+    QCOMPARE(child<MSpinBox>(&page, "safeProtection_2")->currentValue(), 0.0);
+    QVERIFY(child<MSpinBox>(&page, "safeProtection_3")->checked());
+    QCOMPARE(child<MSpinBox>(&page, "safeProtection_3")->currentValue(), -40.0);
+    QCOMPARE(child<QComboBox>(&page, "channelMap_4")->currentText(), QStringLiteral("NONE"));
+    QVERIFY(child<MSpinBox>(&page, "noneValue_4")->isVisible());
+    QCOMPARE(child<MSpinBox>(&page, "noneValue_4")->currentValue(), -20.0);
+    QVERIFY(!child<MSpinBox>(&page, "noneValue_6")->isVisible());
+    QCOMPARE(child<QComboBox>(&page, "channelMap_6")->currentText(), QStringLiteral("T3"));
+    QCOMPARE(child<PhaseSwitch>(&page, "phase_5")->index(), 1);
+    QCOMPARE(child<PhaseSwitch>(&page, "phase_4")->index(), 0);
+
+    // Read and written again unchanged, the page sends what the unit sent.
+    QCOMPARE(page.collectPayloads(), (QList<QByteArray> { t, n }));
+}
+
+void TestSettingPages::answerForTheOtherPortShowsWhenThatPortIsChosen()
+{
+    SbusConfig page;
+    page.showSection(0);
+    QByteArray t(85, '\0');
+    t[0] = 1;
+    t[1] = char(0x0C); // port 2, channel 1 trim 12
+    page.slot_information(SbusTuningData, t);
+    QCOMPARE(child<MSpinBox>(&page, "fineTuning_1")->currentValue(), 0.0);
+    page.showSection(1);
+    QCOMPARE(child<MSpinBox>(&page, "fineTuning_1")->currentValue(), 12.0);
+    page.showSection(0);
+    QCOMPARE(child<MSpinBox>(&page, "fineTuning_1")->currentValue(), 0.0);
+}
+
+void TestSettingPages::choosingNoneShowsTheFixedValueAndWrites254()
+{
+    SbusConfig page;
+    page.resize(1280, 700);
+    page.show();
+    page.showSection(1);
+    auto *selector = child<QComboBox>(&page, "channelMap_2");
+    auto *fixed = child<MSpinBox>(&page, "noneValue_2");
+    QCOMPARE(selector->count(), 5); // T1..T4, NONE
+    QVERIFY(!fixed->isVisible());
+    selector->setFocus();
+    QTest::keyClick(selector, Qt::Key_End); // the last entry, "NONE"
+    QCOMPARE(selector->currentText(), QStringLiteral("NONE"));
+    QVERIFY(fixed->isVisible());
+    fixed->slot_calculatorMsg(-5);
+
+    const QList<QByteArray> payloads = page.collectPayloads();
+    QCOMPARE(quint8(payloads.at(0).at(0)), quint8(1));
+    QCOMPARE(quint8(payloads.at(0).at(69 + 1)), quint8(254));
+    QCOMPARE(quint8(payloads.at(1).at(2)), quint8(0x85));
+    QCOMPARE(m_host.data.channelMap[1][1], 254);
+    QCOMPARE(m_host.data.noneValue[1][1], -5);
+
+    QTest::keyClick(selector, Qt::Key_Home);
+    QVERIFY(!fixed->isVisible());
+    QCOMPARE(quint8(page.collectPayloads().at(0).at(69 + 1)), quint8(0));
+}
+
+void TestSettingPages::failsafeIsCollectedSignedAndSentAsMagnitude()
+{
+    SbusConfig page;
+    page.resize(1280, 700);
+    page.show();
+    auto *failsafe = child<MSpinBox>(&page, "safeProtection_10");
+    QVERIFY(!failsafe->checked());
+    // The enable box is the left quarter of the control.
+    QTest::mouseClick(failsafe, Qt::LeftButton, Qt::NoModifier, QPoint(6, failsafe->height() / 2));
+    QVERIFY(failsafe->checked());
+    failsafe->slot_calculatorMsg(-40);
+
+    QByteArray t = page.collectPayloads().at(0);
+    QCOMPARE(quint8(t.at(49 + 9)), quint8(40));
+    QCOMPARE(quint8(t.at(65)), quint8(0x00));
+    QCOMPARE(quint8(t.at(66)), quint8(0x02)); // channel 10 is bit 1 of byte 66
+    QCOMPARE(m_host.data.safeProtectionValue[0][9], -40);
+    QCOMPARE(m_host.data.safeProtectionState[0][9], 1);
+
+    QTest::mouseClick(failsafe, Qt::LeftButton, Qt::NoModifier, QPoint(6, failsafe->height() / 2));
+    t = page.collectPayloads().at(0);
+    QCOMPARE(quint8(t.at(49 + 9)), quint8(255));
+    QCOMPARE(quint8(t.at(66)), quint8(0x00));
+    QCOMPARE(m_host.data.safeProtectionValue[0][9], 255);
+
+    // The collected record shows the same failsafe when the port is shown again.
+    QTest::mouseClick(failsafe, Qt::LeftButton, Qt::NoModifier, QPoint(6, failsafe->height() / 2));
+    failsafe->slot_calculatorMsg(-40);
+    page.collectPayloads();
+    page.showSection(1);
+    page.showSection(0);
+    QCOMPARE(failsafe->currentValue(), -40.0);
+}
+
+void TestSettingPages::holdWithoutSwitchIsLockedAndWrites255()
+{
+    m_host.data.sbusHoldSwitch[0] = 255;
+    m_host.data.sbusHoldSwitch[1] = 0;
+    m_host.data.sbusHold[0][0][0] = 1;
+    SbusHold page;
+    page.refreshFromRecord();
+    QCOMPARE(child<QComboBox>(&page, "sbus1")->currentIndex(), 0);
+    QCOMPARE(child<QComboBox>(&page, "sbus2")->currentText(), QStringLiteral("SA"));
+    auto *ch1 = child<MCheckBox>(&page, "sbus1Channel_1");
+    QVERIFY(!ch1->checkEnable());
+    QVERIFY(!ch1->checked());
+    QVERIFY(!child<MCheckBox>(&page, "sbus1gear_0")->checkEnable());
+    QVERIFY(child<MCheckBox>(&page, "sbus2Channel_1")->checkEnable());
+
+    const QByteArray payload = page.collectPayloads().at(0);
+    QCOMPARE(payload.size(), 16);
+    QCOMPARE(quint8(payload.at(1)), quint8(0xFF));
+    QCOMPARE(quint8(payload.at(9)), quint8(0x00)); // port 2 on its first switch, SA
+}
+
+void TestSettingPages::anotherSwitchShowsEveryChannelUnheld()
+{
+    m_host.data.sbusHoldSwitch[0] = 1; // SB
+    m_host.data.sbusHold[0][0][2] = 1;
+    SbusHold page;
+    page.refreshFromRecord();
+    auto *selector = child<QComboBox>(&page, "sbus1");
+    auto *ch3 = child<MCheckBox>(&page, "sbus1Channel_3");
+    QCOMPARE(selector->currentText(), QStringLiteral("SB"));
+    QVERIFY(ch3->checked());
+    selector->setCurrentIndex(1); // SA
+    QVERIFY(ch3->checkEnable());
+    QVERIFY(!ch3->checked());
+    QVERIFY(child<MCheckBox>(&page, "sbus1gear_0")->checked());
+    selector->setCurrentIndex(2); // back to the stored switch
+    QVERIFY(ch3->checked());
+}
+
+void TestSettingPages::heldChannelsAreClickedAndWritten()
+{
+    m_host.data.sbusHoldSwitch[0] = 0;
+    m_host.data.sbusHoldSwitch[1] = 255;
+    SbusHold page;
+    page.resize(1000, 600);
+    page.show();
+    page.refreshFromRecord();
+    clickBox(child<MCheckBox>(&page, "sbus1gear_2"));
+    QVERIFY(!child<MCheckBox>(&page, "sbus1gear_0")->checked());
+    clickBox(child<MCheckBox>(&page, "sbus1Channel_1"));
+    clickBox(child<MCheckBox>(&page, "sbus1Channel_16"));
+
+    const QByteArray payload = page.collectPayloads().at(0);
+    QCOMPARE(payload.toHex(),
+        QByteArray("0000000000000180"
+                   "01ff000000000000"));
+
+    // Position 1, then back to 2: the channels of 2 are still there.
+    clickBox(child<MCheckBox>(&page, "sbus1gear_1"));
+    QVERIFY(!child<MCheckBox>(&page, "sbus1Channel_1")->checked());
+    clickBox(child<MCheckBox>(&page, "sbus1gear_2"));
+    QVERIFY(child<MCheckBox>(&page, "sbus1Channel_16")->checked());
+
+    // The unit's answer of the same bytes shows the same page.
+    SbusHold other;
+    other.slot_information(ChannelHoldData, payload);
+    QCOMPARE(child<QComboBox>(&other, "sbus1")->currentText(), QStringLiteral("SA"));
+    QCOMPARE(child<QComboBox>(&other, "sbus2")->currentIndex(), 0);
+}
+
+QTEST_MAIN(TestSettingPages)
+#include "tst_settingpages.moc"

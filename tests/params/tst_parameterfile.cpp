@@ -1,0 +1,458 @@
+// The parameter file: the SBUS and channel hold fragments byte for byte, the
+// reader's rules, hostile files, and the remembered path.
+#include "AppPaths.h"
+#include "DeviceData.h"
+#include "HoldCodec.h"
+#include "ParameterFile.h"
+#include "SbusCodec.h"
+
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace
+{
+
+template <int N> QString list(const int (&a)[N])
+{
+    QStringList parts;
+    for (int v : a)
+        parts << QString::number(v);
+    return parts.join(',');
+}
+
+// A field of the record as "a,b,c" (reals in their shortest form).
+QString field(const DeviceData &d, const QString &name)
+{
+    if (name == "phase1")
+        return list(d.phase[0]);
+    if (name == "fineTuning1")
+        return list(d.fineTuning[0]);
+    if (name == "channelMap1")
+        return list(d.channelMap[0]);
+    if (name == "noneValue1")
+        return list(d.noneValue[0]);
+    if (name == "noneValue2")
+        return list(d.noneValue[1]);
+    if (name == "sbusHoldSwitch")
+        return list(d.sbusHoldSwitch);
+    if (name == "sbus2-1")
+        return list(d.sbusHold[1][1]);
+    if (name == "ckeyMap")
+        return list(d.ckeyMap[0]) + ';' + list(d.ckeyMap[4]);
+    if (name == "hidOutput")
+        return QString::number(d.hidOutput);
+    if (name == "externalInput")
+        return QString::number(d.externalInput);
+    if (name == "freeWarning")
+        return QString::number(d.freeWarning);
+    if (name == "lowVoltage")
+        return QString::number(d.lowVoltage);
+    if (name == "baud")
+        return QString::number(d.baud);
+    if (name == "throttleData")
+        return QStringLiteral("%1,%2,%3,%4")
+            .arg(d.throttleData)
+            .arg(d.throttleDataValues[0])
+            .arg(d.throttleDataValues[1])
+            .arg(d.throttleDataValues[2]);
+    if (name == "sbusPriority")
+        return QString::number(d.sbusPriority);
+    if (name == "modulePowerState")
+        return list(d.modulePowerState);
+    if (name == "TTLEnable")
+        return QString::number(d.TTLEnable);
+    if (name == "CANFrequency")
+        return QString::number(d.CANFrequency);
+    if (name == "frames")
+        return QStringLiteral("%1 of %2").arg(d.canFrames.size()).arg(d.CANFrameCnt);
+    if (name == "frame1")
+        return d.canFrames.size() > 1 ? QStringLiteral("%1,%2,%3,%4")
+                                            .arg(d.canFrames[1].index)
+                                            .arg(d.canFrames[1].standardId)
+                                            .arg(d.canFrames[1].byteMap[7][2])
+                                            .arg(d.canFrames[1].bitMap[0][0][0])
+                                      : QStringLiteral("none");
+    if (name == "ttl")
+        return QStringLiteral("%1,%2,%3")
+            .arg(d.TTLStream.header[0])
+            .arg(d.TTLStream.range[1])
+            .arg(d.TTLStream.table2[39]);
+    qFatal("unknown field %s", qPrintable(name));
+    return {};
+}
+
+// Every integer the tests look at starts at 7, so that "unchanged" reads 7.
+DeviceData marked()
+{
+    DeviceData d;
+    for (int p = 0; p < 2; ++p) {
+        for (int c = 0; c < 16; ++c) {
+            d.phase[p][c] = d.fineTuning[p][c] = d.channelMap[p][c] = d.noneValue[p][c] = 7;
+            for (int k = 0; k < 3; ++k)
+                d.sbusHold[p][k][c] = 7;
+        }
+        d.sbusHoldSwitch[p] = d.modulePowerState[p] = 7;
+    }
+    for (auto &row : d.ckeyMap)
+        for (int &v : row)
+            v = 7;
+    d.hidOutput = d.externalInput = d.freeWarning = d.baud = d.throttleData = 7;
+    d.throttleDataValues[0] = d.throttleDataValues[1] = d.throttleDataValues[2] = 7;
+    d.lowVoltage = 7;
+    d.sbusPriority = 7;
+    d.CANFrequency = 7;
+    return d;
+}
+
+QString sixteen(const QString &head)
+{
+    QStringList parts = head.split(',');
+    while (parts.size() < 16)
+        parts << QStringLiteral("7");
+    return parts.join(',');
+}
+
+QByteArray file(const QByteArray &body)
+{
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n" + body + "</body>\r\n";
+}
+
+QByteArray defaults(const char *tag, const QByteArray &children)
+{
+    return QByteArray("<") + tag + ">\r\n" + children + "</" + tag + ">\r\n";
+}
+
+const QByteArray kZeros = "0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;";
+
+QByteArray child(const char *tag, const QByteArray &values)
+{
+    return QByteArray("<") + tag + ">" + values + "</" + tag + ">\r\n";
+}
+
+// The eight children of a default container with fixed values and the given
+// noneValue text.
+QByteArray eightChildren(const QByteArray &noneValues)
+{
+    return child("phase", "1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;") + child("fineTuning", kZeros)
+        + child("leftTrip", kZeros) + child("rightTrip", kZeros) + child("safeProtectionState", kZeros)
+        + child("safeProtectionValue", kZeros) + child("channelMap", "3,254,0,0,0,0,0,0,0,0,0,0,0,0,0,0;")
+        + child("noneValue", noneValues);
+}
+
+} // namespace
+
+class TestParameterFile : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void fragmentsAreWrittenByteForByte();
+    void readerKeepsTheUnitsRules_data();
+    void readerKeepsTheUnitsRules();
+    void hostileFilesLeaveTheRecordWithinItsTypes_data();
+    void hostileFilesLeaveTheRecordWithinItsTypes();
+    void writtenFileReadsBackExceptNegativeFixedValues();
+    void lastPathIsRememberedBesideTheProgram();
+};
+
+void TestParameterFile::fragmentsAreWrittenByteForByte()
+{
+    DeviceData d;
+    for (int c = 0; c < 16; ++c) {
+        d.leftTrip[0][c] = d.rightTrip[0][c] = 100;
+        d.leftTrip[1][c] = d.rightTrip[1][c] = 150;
+        d.safeProtectionValue[0][c] = d.safeProtectionValue[1][c] = 255;
+        d.channelMap[0][c] = d.channelMap[1][c] = 254;
+    }
+    d.phase[0][1] = 1;
+    d.fineTuning[0][0] = -5;
+    d.fineTuning[1][15] = 125;
+    d.safeProtectionState[0][2] = 1;
+    d.safeProtectionValue[0][2] = -40;
+    d.channelMap[0][0] = 0;
+    d.channelMap[0][1] = 13;
+    d.noneValue[0][14] = -20;
+    d.noneValue[1][15] = 100;
+    d.sbusHoldSwitch[0] = 1;
+    d.sbusHoldSwitch[1] = 255;
+    d.sbusHold[0][0][2] = 1;
+    d.sbusHold[0][2][0] = d.sbusHold[0][2][15] = 1;
+    d.sbusHold[1][1][4] = 1;
+
+    const QByteArray expected
+        = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n"
+          "<body>\r\n"
+          "<sbus1Default>\r\n"
+          "<phase>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
+          "<fineTuning>-5,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</fineTuning>\r\n"
+          "<leftTrip>100,100,100,100,100,100,100,100,100,100,100,100,100,100,100,100;</leftTrip>\r\n"
+          "<rightTrip>100,100,100,100,100,100,100,100,100,100,100,100,100,100,100,100;</rightTrip>\r\n"
+          "<safeProtectionState>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
+          "<safeProtectionValue>255,255,-40,255,255,255,255,255,255,255,255,255,255,255,255,255;"
+          "</safeProtectionValue>\r\n"
+          "<channelMap>0,13,254,254,254,254,254,254,254,254,254,254,254,254,254,254;</channelMap>\r\n"
+          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,0;</noneValue>\r\n"
+          "</sbus1Default>\r\n"
+          "<sbus2Default>\r\n"
+          "<phase>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
+          "<fineTuning>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,125;</fineTuning>\r\n"
+          "<leftTrip>150,150,150,150,150,150,150,150,150,150,150,150,150,150,150,150;</leftTrip>\r\n"
+          "<rightTrip>150,150,150,150,150,150,150,150,150,150,150,150,150,150,150,150;</rightTrip>\r\n"
+          "<safeProtectionState>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
+          "<safeProtectionValue>255,255,255,255,255,255,255,255,255,255,255,255,255,255,255,255;"
+          "</safeProtectionValue>\r\n"
+          "<channelMap>254,254,254,254,254,254,254,254,254,254,254,254,254,254,254,254;</channelMap>\r\n"
+          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,100;</noneValue>\r\n"
+          "</sbus2Default>\r\n"
+          "<sbusHoldSwitch>1,255;</sbusHoldSwitch>\r\n"
+          "<sbus1-0>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-0>\r\n"
+          "<sbus2-0>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-0>\r\n"
+          "<sbus1-1>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-1>\r\n"
+          "<sbus2-1>0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</sbus2-1>\r\n"
+          "<sbus1-2>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;</sbus1-2>\r\n"
+          "<sbus2-2>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-2>\r\n"
+          "</body>\r\n";
+    const QString text = ParameterFile::join({ SbusCodec::fileFragment(d), HoldCodec::fileFragment(d) });
+    QCOMPARE(text.toLatin1(), expected);
+}
+
+void TestParameterFile::readerKeepsTheUnitsRules_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("eight children by position")
+        << defaults("sbus1Default", eightChildren(kZeros)) << "channelMap1"
+        << "3,254,0,0,0,0,0,0,0,0,0,0,0,0,0,0";
+    // The container is read by position, not by name.
+    QTest::newRow("children in another order land in the wrong fields") << defaults("sbus1Default",
+        child("fineTuning", "9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9;") + child("phase", kZeros)
+            + child("leftTrip", kZeros) + child("rightTrip", kZeros) + child("safeProtectionState", kZeros)
+            + child("safeProtectionValue", kZeros) + child("channelMap", kZeros) + child("noneValue", kZeros))
+                                                                        << "phase1"
+                                                                        << "9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9";
+    QTest::newRow("seven children leave the port unchanged")
+        << defaults("sbus1Default", eightChildren(kZeros).mid(eightChildren(kZeros).indexOf("<fineTuning>")))
+            + child("hidOutput", "1")
+        << "phase1" << sixteen("7");
+    QTest::newRow("elements after seven children still load")
+        << defaults("sbus1Default", eightChildren(kZeros).mid(eightChildren(kZeros).indexOf("<fineTuning>")))
+            + child("hidOutput", "1")
+        << "hidOutput"
+        << "1";
+    QTest::newRow("unknown wrapper inside the container is searched")
+        << defaults("sbus1Default", "<extra>\r\n" + eightChildren(kZeros) + "</extra>\r\n") << "channelMap1"
+        << "3,254,0,0,0,0,0,0,0,0,0,0,0,0,0,0";
+
+    // Fixed values with bit 7 of the low byte set are converted on reading,
+    // differently on each port.
+    const QByteArray none = "-5,133,0,127,128,255,-1,-128,0,0,0,0,0,0,0,0;";
+    QTest::newRow("port 1 fixed values") << defaults("sbus1Default", eightChildren(none)) << "noneValue1"
+                                         << "-235,-133,0,127,-128,-239,-239,-128,0,0,0,0,0,0,0,0";
+    QTest::newRow("port 2 fixed values") << defaults("sbus2Default", eightChildren(none)) << "noneValue2"
+                                         << "133,-5,0,127,-128,-127,129,128,0,0,0,0,0,0,0,0";
+    QTest::newRow("fixed values not in the file keep theirs unconverted")
+        << defaults("sbus1Default", eightChildren("-5,133,x;")) << "noneValue1" << sixteen("-235,-133");
+
+    QTest::newRow("scan stops at the first mismatch")
+        << child("sbus2-1", "1,0,x,1,1,1,1,1,1,1,1,1,1,1,1,1;") << "sbus2-1" << sixteen("1,0");
+    QTest::newRow("pair without its semicolon") << child("sbusHoldSwitch", "2,3") << "sbusHoldSwitch"
+                                                << "2,3";
+    QTest::newRow("hold switch of one value") << child("sbusHoldSwitch", "2") << "sbusHoldSwitch"
+                                              << "2,7";
+    QTest::newRow("key combinations")
+        << child("ckeyMap", "1,2,3;4,5,6;7,8,9;10,11,12;255,255,100;") << "ckeyMap"
+        << "1,2,3;255,255,100";
+    QTest::newRow("throttle data with reals") << child("throttleData", "2,-37.5,1.5,3;") << "throttleData"
+                                              << "2,-37.5,1.5,3";
+    QTest::newRow("free warning with a fraction reads 0") << child("freeWarning", "3.5") << "freeWarning"
+                                                          << "0";
+    QTest::newRow("free warning as an integer") << child("freeWarning", "12") << "freeWarning"
+                                                << "12";
+    QTest::newRow("low voltage") << child("lowVoltage", "6.85") << "lowVoltage"
+                                 << "6.85";
+    QTest::newRow("baud text") << child("baud", "115200") << "baud"
+                               << "115200";
+    QTest::newRow("priority keeps its low byte") << child("sbusPriority", "289") << "sbusPriority"
+                                                 << "33";
+    QTest::newRow("module power without semicolon") << child("modulePowerState", "1,0") << "modulePowerState"
+                                                    << "1,0";
+    QTest::newRow("TTL on only for 1") << child("TTLEnable", "2") << "TTLEnable"
+                                       << "0";
+    QTest::newRow("TTL on") << child("TTLEnable", "1") << "TTLEnable"
+                            << "1";
+    QTest::newRow("CAN frequency kept in 8 bits") << child("CANFrequency", "300") << "CANFrequency"
+                                                  << "44";
+    QTest::newRow("CAN frequency beyond 16 bits") << child("CANFrequency", "70000") << "CANFrequency"
+                                                  << "0";
+    QTest::newRow("frame count 3") << child("CANFrameCnt", "3") << "frames"
+                                   << "3 of 3";
+    QTest::newRow("frame count 0 ignored") << child("CANFrameCnt", "0") << "frames"
+                                           << "0 of 0";
+    QTest::newRow("frame count 11 ignored") << child("CANFrameCnt", "11") << "frames"
+                                            << "0 of 0";
+
+    QByteArray frame = "1,4660,0,0,0,8,255,0";
+    for (int i = 0; i < 128; ++i)
+        frame += i == 0 ? ",9" : ",0";
+    for (int i = 0; i < 24; ++i)
+        frame += i == 23 ? ",254" : ",0";
+    QTest::newRow("CAN frame fills its index")
+        << child("CANFrameCnt", "2") + child("CANFrame", frame) << "frame1"
+        << "1,4660,254,9";
+    QByteArray frame10 = frame;
+    frame10[0] = '9'; // index 9 of a list of two: no such frame
+    QTest::newRow("CAN frame beyond the list ignored")
+        << child("CANFrameCnt", "2") + child("CANFrame", frame10) << "frame1"
+        << "0,0,0,0";
+    QTest::newRow("CAN frame of 159 items refused")
+        << child("CANFrameCnt", "2") + child("CANFrame", frame.left(frame.lastIndexOf(','))) << "frame1"
+        << "0,0,0,0";
+    QByteArray stream = "15,0,50,0,55536,10000";
+    for (int i = 0; i < 80; ++i)
+        stream += i == 79 ? ",9" : ",1";
+    QTest::newRow("TTL stream of 86 items") << child("TTLStream", stream) << "ttl"
+                                            << "15,10000,9";
+    QTest::newRow("TTL stream of 85 items refused")
+        << child("TTLStream", stream.left(stream.lastIndexOf(','))) << "ttl"
+        << "0,0,0";
+
+    QTest::newRow("a repeated element: the last one counts")
+        << child("hidOutput", "1") + child("hidOutput", "2") << "hidOutput"
+        << "2";
+    QTest::newRow("numbers beyond int are held at its ends")
+        << child("sbusHoldSwitch", "99999999999,-99999999999;") << "sbusHoldSwitch"
+        << "2147483647,-2147483648";
+    QTest::newRow("a known element inside unknown ones is found")
+        << QByteArray("<settings><more>") + child("hidOutput", "3") + "</more></settings>\r\n"
+        << "hidOutput"
+        << "3";
+    // The reader steps one token on after each element; in the program's
+    // own files that token is the line end.
+    QTest::newRow("an element right after another on its line is stepped over")
+        << QByteArray("<hidOutput>1</hidOutput><externalInput>1</externalInput>\r\n") << "externalInput"
+        << "7";
+    QTest::newRow("a child inside a simple element stops the reading")
+        << QByteArray("<hidOutput>1<b/></hidOutput>\r\n") + child("externalInput", "1") << "externalInput"
+        << "7";
+    QTest::newRow("values before a broken end stay")
+        << child("hidOutput", "4") + "<externalInput>1</other>\r\n"
+        << "hidOutput"
+        << "4";
+}
+
+void TestParameterFile::readerKeepsTheUnitsRules()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, name);
+    QFETCH(QString, expected);
+    DeviceData d = marked();
+    ParameterFile::loadBytes(file(body), d);
+    QCOMPARE(field(d, name), expected);
+}
+
+void TestParameterFile::hostileFilesLeaveTheRecordWithinItsTypes_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("hidOutput"); // what a hidOutput element before the damage left
+
+    QRandomGenerator random(8);
+    QByteArray junk(50 * 1024 * 1024, '\0');
+    random.fillRange(reinterpret_cast<quint32 *>(junk.data()), junk.size() / 4);
+    QTest::newRow("50 MB of junk") << junk << "7";
+    QTest::newRow("not XML") << QByteArray("sbusHoldSwitch=1,2") << "7";
+    QTest::newRow("empty") << QByteArray() << "7";
+    QTest::newRow("cut off in an element") << file(child("hidOutput", "5")).left(80) << "5";
+    QTest::newRow("cut off in a container")
+        << file(child("hidOutput", "5") + defaults("sbus1Default", eightChildren(kZeros))).left(200) << "5";
+    QByteArray deep = file(child("hidOutput", "5"));
+    deep.chop(9);
+    deep += QByteArray("<a>").repeated(100000) + child("CANFrameCnt", "4")
+        + QByteArray("</a>").repeated(100000);
+    QTest::newRow("nested a hundred thousand deep") << deep << "5";
+    QByteArray many = "<body>";
+    for (int i = 0; i < 200000; ++i)
+        many += "<CANFrameCnt>" + QByteArray::number(i % 13) + "</CANFrameCnt>\n<hidOutput>5</hidOutput>\n";
+    QTest::newRow("every element repeated") << many + "</body>"
+                                            << "5";
+    QTest::newRow("container inside a container") << file(
+        defaults("sbus1Default", defaults("sbus2Default", eightChildren(kZeros))) + child("hidOutput", "5"))
+                                                  << "5";
+}
+
+void TestParameterFile::hostileFilesLeaveTheRecordWithinItsTypes()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, hidOutput);
+    DeviceData d = marked();
+    ParameterFile::loadBytes(bytes, d);
+    QCOMPARE(QString::number(d.hidOutput), hidOutput);
+    QVERIFY(d.canFrames.size() <= 10);
+    QCOMPARE(d.canFrames.size(), int(d.CANFrameCnt));
+    // Whatever the record holds now goes out as well-formed payloads.
+    const QList<QByteArray> sbus = SbusCodec::payloadsFromRecord(d);
+    QCOMPARE(sbus.size(), 4);
+    QCOMPARE(sbus.at(0).size(), 85);
+    QCOMPARE(sbus.at(3).size(), 17);
+    QCOMPARE(HoldCodec::payload(d).size(), 16);
+}
+
+// Saved, loaded and saved again: the same text, except where a negative fixed
+// value was converted on reading (port 1 -20 becomes -236, port 2 -50 becomes
+// 178).
+void TestParameterFile::writtenFileReadsBackExceptNegativeFixedValues()
+{
+    DeviceData first;
+    for (int p = 0; p < 2; ++p) {
+        for (int c = 0; c < 16; ++c) {
+            first.phase[p][c] = c % 3 == 0;
+            first.fineTuning[p][c] = c - 8;
+            first.leftTrip[p][c] = 100 + c;
+            first.rightTrip[p][c] = 150 - c;
+            first.safeProtectionState[p][c] = c == 2;
+            first.safeProtectionValue[p][c] = c == 2 ? 100 : 255;
+            first.channelMap[p][c] = c < 10 ? c : 254;
+            first.noneValue[p][c] = c * 5;
+            first.sbusHold[p][c % 3][c] = 1;
+        }
+        first.sbusHoldSwitch[p] = p == 0 ? 2 : 255;
+    }
+    first.noneValue[0][15] = -20;
+    first.noneValue[1][15] = -50;
+    const QString text
+        = ParameterFile::join({ SbusCodec::fileFragment(first), HoldCodec::fileFragment(first) });
+
+    DeviceData second;
+    ParameterFile::loadBytes(text.toUtf8(), second);
+    QString again = ParameterFile::join({ SbusCodec::fileFragment(second), HoldCodec::fileFragment(second) });
+    QVERIFY(again.contains(",65,70,-236;</noneValue>"));
+    QVERIFY(again.contains(",65,70,178;</noneValue>"));
+    again.replace(",65,70,-236;</noneValue>", ",65,70,-20;</noneValue>");
+    again.replace(",65,70,178;</noneValue>", ",65,70,-50;</noneValue>");
+    QCOMPARE(again, text);
+}
+
+void TestParameterFile::lastPathIsRememberedBesideTheProgram()
+{
+    QTemporaryDir dir;
+    QVERIFY(QDir().mkpath(dir.path() + "/config"));
+    AppPaths::setAppDir(dir.path());
+    const QString tmp = dir.path() + "/config/lastAddr.tmp";
+
+    // At first start the file is made with what the program had.
+    QCOMPARE(LastPath::remember(QString()), QString());
+    QVERIFY(QFile::exists(tmp));
+    LastPath::store("/home/pilot/Alder-bench.cfg");
+    QFile f(tmp);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    QCOMPARE(f.readAll(), QByteArray("/home/pilot/Alder-bench.cfg")); // no line end
+    f.close();
+    QCOMPARE(LastPath::remember("/elsewhere.cfg"), QStringLiteral("/home/pilot/Alder-bench.cfg"));
+    LastPath::store("/a.cfg");
+    QCOMPARE(LastPath::remember(QString()), QStringLiteral("/a.cfg")); // truncated, not appended
+    AppPaths::setAppDir(QString());
+}
+
+QTEST_GUILESS_MAIN(TestParameterFile)
+#include "tst_parameterfile.moc"
