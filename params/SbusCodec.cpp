@@ -41,6 +41,16 @@ char failsafeByte(int value)
     return byteOf(qAbs(qBound(-(kFailsafeOff - 1), value, kFailsafeOff - 1)));
 }
 
+QByteArray fixedValues(const DeviceData &data, int port, quint8 (*encode)(int))
+{
+    QByteArray out;
+    out.reserve(SbusCodec::kNoneBytes);
+    out.append(char(port));
+    for (int c = 0; c < kChannels; ++c)
+        out.append(char(encode(data.noneValue[port][c])));
+    return out;
+}
+
 } // namespace
 
 namespace SbusCodec
@@ -95,22 +105,12 @@ QByteArray tuningPayload(const DeviceData &data, int port)
 
 QByteArray nonePayload(const DeviceData &data, int port)
 {
-    QByteArray out;
-    out.reserve(kNoneBytes);
-    out.append(char(port));
-    for (int c = 0; c < kChannels; ++c)
-        out.append(char(toSignMagnitude(data.noneValue[port][c])));
-    return out;
+    return fixedValues(data, port, [](int value) { return toSignMagnitude(value); });
 }
 
 QByteArray nonePayloadFromRecord(const DeviceData &data, int port)
 {
-    QByteArray out;
-    out.reserve(kNoneBytes);
-    out.append(char(port));
-    for (int c = 0; c < kChannels; ++c)
-        out.append(char(data.noneValue[port][c] & 0xFF));
-    return out;
+    return fixedValues(data, port, [](int value) { return quint8(value & 0xFF); });
 }
 
 QList<QByteArray> payloadsFromRecord(const DeviceData &data)

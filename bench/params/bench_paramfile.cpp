@@ -5,7 +5,7 @@
 #include "AppPaths.h"
 #include "ChannelListenInterface.h"
 #include "DeviceData.h"
-#include "PageHost.h"
+#include "RecordHost.h"
 #include "ParameterFile.h"
 
 #include <QApplication>
@@ -19,18 +19,9 @@
 namespace
 {
 
-struct BenchHost : PageHost {
-    DeviceData data;
-    DeviceData &deviceData() override { return data; }
-    int currentModel() const override { return 0; }
-    QString dialogStyleSheet() const override { return QString(); }
-    void showHub() override { }
-    void showModelPage() override { }
-};
-
-BenchHost &host()
+RecordHost &host()
 {
-    static BenchHost h;
+    static RecordHost h;
     return h;
 }
 

@@ -4,7 +4,7 @@
 #include "DeviceData.h"
 #include "MCheckBox.h"
 #include "MSpinBox.h"
-#include "PageHost.h"
+#include "RecordHost.h"
 #include "PhaseSwitch.h"
 #include "SbusConfig.h"
 #include "SbusHold.h"
@@ -14,15 +14,6 @@
 
 namespace
 {
-
-struct TestHost : PageHost {
-    DeviceData data;
-    DeviceData &deviceData() override { return data; }
-    int currentModel() const override { return 0; }
-    QString dialogStyleSheet() const override { return QString(); }
-    void showHub() override { }
-    void showModelPage() override { }
-};
 
 template <typename T> T *child(QWidget *page, const QString &name)
 {
@@ -55,7 +46,7 @@ private Q_SLOTS:
     void heldChannelsAreClickedAndWritten();
 
 private:
-    TestHost m_host;
+    RecordHost m_host;
 };
 
 void TestSettingPages::init()

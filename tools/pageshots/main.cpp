@@ -7,7 +7,7 @@
 #include "DeviceData.h"
 #include "ModelInterface.h"
 #include "ModelSpec.h"
-#include "PageHost.h"
+#include "RecordHost.h"
 #include "SettingPage.h"
 #include "UnitModel.h"
 
@@ -19,15 +19,6 @@
 
 namespace
 {
-
-struct ShotHost : PageHost {
-    DeviceData data;
-    DeviceData &deviceData() override { return data; }
-    int currentModel() const override { return 0; }
-    QString dialogStyleSheet() const override { return QString(); }
-    void showHub() override { }
-    void showModelPage() override { }
-};
 
 bool save(QWidget *widget, const QSize &size, const QString &path)
 {
@@ -67,7 +58,7 @@ int main(int argc, char **argv)
     if (sheet.open(QIODevice::ReadOnly))
         app.setStyleSheet(QString::fromUtf8(sheet.readAll()));
 
-    ShotHost host;
+    RecordHost host;
     bool ok = true;
     for (int model = 0; model < kModelCount; ++model) {
         Vunit::UnitConfig config;
