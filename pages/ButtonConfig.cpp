@@ -122,9 +122,10 @@ QWidget *ButtonConfig::buildKeyKinds()
     for (const auto &kind : kinds) {
         auto *item = new QVBoxLayout;
         auto *picture = new QLabel(body);
-        picture->setPixmap(
-            ControlPictures::picture(QLatin1String(kind.picture))
-                .scaled(kPictureSize, kPictureSize, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        const QPixmap pixmap = ControlPictures::picture(QLatin1String(kind.picture));
+        if (!pixmap.isNull())
+            picture->setPixmap(
+                pixmap.scaled(kPictureSize, kPictureSize, Qt::KeepAspectRatio, Qt::SmoothTransformation));
         picture->setAlignment(Qt::AlignCenter);
         item->addWidget(picture);
         item->addWidget(SectionWidgets::caption(kind.text, body), 0, Qt::AlignHCenter);
