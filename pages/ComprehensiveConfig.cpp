@@ -162,7 +162,7 @@ QWidget *ComprehensiveConfig::buildThrottleHold()
 
     m_throttleBar = new SbusChannel(body);
     m_throttleBar->setObjectName(QStringLiteral("throttleBar"));
-    m_throttleBar->setMinimumSize(300, 26);
+    m_throttleBar->setMinimumSize(300, 36);
     grid->addWidget(caption(tr("油门"), body), 4, 0);
     grid->addWidget(m_throttleBar, 4, 1, 1, 3);
     grid->setColumnStretch(4, 1);
