@@ -208,6 +208,12 @@ void MainWindow::createHub()
     // Every setting page hears every answer of the unit, once.
     for (SettingPage *page : m_hub->pages())
         connect(this, &MainWindow::signal_information, page, &SettingPage::slot_information);
+
+    // The comprehensive page's device search goes out from here.
+    if (SettingPage *page = m_hub->page(SectionComprehensive)) {
+        if (auto *search = page->findChild<QPushButton *>(QStringLiteral("searchDevices")))
+            connect(search, &QPushButton::clicked, this, &MainWindow::slot_searchDevices);
+    }
 }
 
 // ---------------------------------------------------------------- pages

@@ -1,5 +1,7 @@
 #include "SettingPages.h"
 
+#include "ButtonConfig.h"
+#include "ComprehensiveConfig.h"
 #include "SbusConfig.h"
 #include "SbusHold.h"
 #include "Sequences.h"
@@ -12,6 +14,10 @@ SettingPage *createSettingPage(int section, QWidget *parent)
         return new SbusConfig(parent);
     case SectionChannelHold:
         return new SbusHold(parent);
+    case SectionButtons:
+        return new ButtonConfig(parent);
+    case SectionComprehensive:
+        return new ComprehensiveConfig(parent);
     default:
         return nullptr;
     }

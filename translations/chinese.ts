@@ -2,6 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="zh_CN">
 <context>
+    <name>ButtonConfig</name>
+    <message>
+        <source>  组合键设置</source>
+        <translation>  组合键设置</translation>
+    </message>
+    <message>
+        <source>  超级组合键设置</source>
+        <translation>  超级组合键设置</translation>
+    </message>
+    <message>
+        <source>  按键属性设置</source>
+        <translation>  按键属性设置</translation>
+    </message>
+    <message>
+        <source>CKey%1:</source>
+        <translation>CKey%1:</translation>
+    </message>
+    <message>
+        <source>单步增量</source>
+        <translation>单步增量</translation>
+    </message>
+    <message>
+        <source>单态</source>
+        <translation>单态</translation>
+    </message>
+    <message>
+        <source>双态</source>
+        <translation>双态</translation>
+    </message>
+    <message>
+        <source>三态</source>
+        <translation>三态</translation>
+    </message>
+</context>
+<context>
     <name>ChannelListenInterface</name>
     <message>
         <source>SBUS1设置</source>
@@ -54,6 +89,149 @@
     <message>
         <source>恢复出厂设置</source>
         <translation>恢复出厂设置</translation>
+    </message>
+</context>
+<context>
+    <name>ComprehensiveConfig</name>
+    <message>
+        <source>  HID设置</source>
+        <translation>  HID设置</translation>
+    </message>
+    <message>
+        <source>  油门保持</source>
+        <translation>  油门保持</translation>
+    </message>
+    <message>
+        <source>  蜂鸣器设置</source>
+        <translation>  蜂鸣器设置</translation>
+    </message>
+    <message>
+        <source>  波特率设置</source>
+        <translation>  波特率设置</translation>
+    </message>
+    <message>
+        <source>  SBUS设置</source>
+        <translation>  SBUS设置</translation>
+    </message>
+    <message>
+        <source>  关于设备</source>
+        <translation>  关于设备</translation>
+    </message>
+    <message>
+        <source>HID游戏手柄</source>
+        <translation>HID游戏手柄</translation>
+    </message>
+    <message>
+        <source>HID通讯模式</source>
+        <translation>HID通讯模式</translation>
+    </message>
+    <message>
+        <source>HID输出 :</source>
+        <translation>HID输出 :</translation>
+    </message>
+    <message>
+        <source>控制开关 :</source>
+        <translation>控制开关 :</translation>
+    </message>
+    <message>
+        <source>生效档位 :</source>
+        <translation>生效档位 :</translation>
+    </message>
+    <message>
+        <source>油门保持值 :</source>
+        <translation>油门保持值 :</translation>
+    </message>
+    <message>
+        <source>恢复速度(S) :</source>
+        <translation>恢复速度(S) :</translation>
+    </message>
+    <message>
+        <source>保持速度(S) :</source>
+        <translation>保持速度(S) :</translation>
+    </message>
+    <message>
+        <source>油门</source>
+        <translation>油门</translation>
+    </message>
+    <message>
+        <source>空闲报警 :</source>
+        <translation>空闲报警 :</translation>
+    </message>
+    <message>
+        <source>低压报警 :</source>
+        <translation>低压报警 :</translation>
+    </message>
+    <message>
+        <source>电池电压 :</source>
+        <translation>电池电压 :</translation>
+    </message>
+    <message>
+        <source>波特率 :</source>
+        <translation>波特率 :</translation>
+    </message>
+    <message>
+        <source>输出SBUS1</source>
+        <translation>输出SBUS1</translation>
+    </message>
+    <message>
+        <source>输出SBUS2</source>
+        <translation>输出SBUS2</translation>
+    </message>
+    <message>
+        <source>SBUS 输出 :</source>
+        <translation>SBUS 输出 :</translation>
+    </message>
+    <message>
+        <source>SBUS1 优先级和协议 :</source>
+        <translation>SBUS1 优先级和协议 :</translation>
+    </message>
+    <message>
+        <source>SBUS2 优先级和协议 :</source>
+        <translation>SBUS2 优先级和协议 :</translation>
+    </message>
+    <message>
+        <source>外部SBUS1 输入</source>
+        <translation>外部SBUS1 输入</translation>
+    </message>
+    <message>
+        <source>外部SBUS2 输入</source>
+        <translation>外部SBUS2 输入</translation>
+    </message>
+    <message>
+        <source>外部Sbus输入 :</source>
+        <translation>外部Sbus输入 :</translation>
+    </message>
+    <message>
+        <source>SBUS 控制开关 :</source>
+        <translation>SBUS 控制开关 :</translation>
+    </message>
+    <message>
+        <source>开关档位 :</source>
+        <translation>开关档位 :</translation>
+    </message>
+    <message>
+        <source>信号强度 :</source>
+        <translation>信号强度 :</translation>
+    </message>
+    <message>
+        <source>搜索设备</source>
+        <translation>搜索设备</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>详细信息</source>
+        <translation>详细信息</translation>
+    </message>
+    <message>
+        <source>波特率设置</source>
+        <translation>波特率设置</translation>
+    </message>
+    <message>
+        <source>数据口所接设备须使用相同的波特率，确认修改吗？</source>
+        <translation>数据口所接设备须使用相同的波特率，确认修改吗？</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>ButtonConfig</name>
+    <message>
+        <source>  组合键设置</source>
+        <translation>  Key Combinations</translation>
+    </message>
+    <message>
+        <source>  超级组合键设置</source>
+        <translation>  Super Key Combinations</translation>
+    </message>
+    <message>
+        <source>  按键属性设置</source>
+        <translation>  Key Properties</translation>
+    </message>
+    <message>
+        <source>CKey%1:</source>
+        <translation>CKey%1:</translation>
+    </message>
+    <message>
+        <source>单步增量</source>
+        <translation>Step</translation>
+    </message>
+    <message>
+        <source>单态</source>
+        <translation>One-state</translation>
+    </message>
+    <message>
+        <source>双态</source>
+        <translation>Two-state</translation>
+    </message>
+    <message>
+        <source>三态</source>
+        <translation>Three-state</translation>
+    </message>
+</context>
+<context>
     <name>ChannelListenInterface</name>
     <message>
         <source>SBUS1设置</source>
@@ -54,6 +89,149 @@
     <message>
         <source>恢复出厂设置</source>
         <translation>Factory Reset</translation>
+    </message>
+</context>
+<context>
+    <name>ComprehensiveConfig</name>
+    <message>
+        <source>  HID设置</source>
+        <translation>  HID Setting</translation>
+    </message>
+    <message>
+        <source>  油门保持</source>
+        <translation>  Throttle Hold</translation>
+    </message>
+    <message>
+        <source>  蜂鸣器设置</source>
+        <translation>  Buzzer Setting</translation>
+    </message>
+    <message>
+        <source>  波特率设置</source>
+        <translation>  Baud Rate Setting</translation>
+    </message>
+    <message>
+        <source>  SBUS设置</source>
+        <translation>  SBUS Setting</translation>
+    </message>
+    <message>
+        <source>  关于设备</source>
+        <translation>  About Device</translation>
+    </message>
+    <message>
+        <source>HID游戏手柄</source>
+        <translation>HID Gamepad</translation>
+    </message>
+    <message>
+        <source>HID通讯模式</source>
+        <translation>HID Communication</translation>
+    </message>
+    <message>
+        <source>HID输出 :</source>
+        <translation>HID output :</translation>
+    </message>
+    <message>
+        <source>控制开关 :</source>
+        <translation>Control switch :</translation>
+    </message>
+    <message>
+        <source>生效档位 :</source>
+        <translation>Active position :</translation>
+    </message>
+    <message>
+        <source>油门保持值 :</source>
+        <translation>Hold value :</translation>
+    </message>
+    <message>
+        <source>恢复速度(S) :</source>
+        <translation>Recovery speed (s) :</translation>
+    </message>
+    <message>
+        <source>保持速度(S) :</source>
+        <translation>Hold speed (s) :</translation>
+    </message>
+    <message>
+        <source>油门</source>
+        <translation>Throttle</translation>
+    </message>
+    <message>
+        <source>空闲报警 :</source>
+        <translation>Idle warning :</translation>
+    </message>
+    <message>
+        <source>低压报警 :</source>
+        <translation>Low-voltage warning :</translation>
+    </message>
+    <message>
+        <source>电池电压 :</source>
+        <translation>Battery voltage :</translation>
+    </message>
+    <message>
+        <source>波特率 :</source>
+        <translation>Baud rate :</translation>
+    </message>
+    <message>
+        <source>输出SBUS1</source>
+        <translation>Output SBUS1</translation>
+    </message>
+    <message>
+        <source>输出SBUS2</source>
+        <translation>Output SBUS2</translation>
+    </message>
+    <message>
+        <source>SBUS 输出 :</source>
+        <translation>SBUS output :</translation>
+    </message>
+    <message>
+        <source>SBUS1 优先级和协议 :</source>
+        <translation>SBUS1 priority and protocol :</translation>
+    </message>
+    <message>
+        <source>SBUS2 优先级和协议 :</source>
+        <translation>SBUS2 priority and protocol :</translation>
+    </message>
+    <message>
+        <source>外部SBUS1 输入</source>
+        <translation>External SBUS1 input</translation>
+    </message>
+    <message>
+        <source>外部SBUS2 输入</source>
+        <translation>External SBUS2 input</translation>
+    </message>
+    <message>
+        <source>外部Sbus输入 :</source>
+        <translation>External SBUS input :</translation>
+    </message>
+    <message>
+        <source>SBUS 控制开关 :</source>
+        <translation>SBUS control switch :</translation>
+    </message>
+    <message>
+        <source>开关档位 :</source>
+        <translation>Switch position :</translation>
+    </message>
+    <message>
+        <source>信号强度 :</source>
+        <translation>Signal strength :</translation>
+    </message>
+    <message>
+        <source>搜索设备</source>
+        <translation>Search Devices</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Device</translation>
+    </message>
+    <message>
+        <source>详细信息</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>波特率设置</source>
+        <translation>Baud Rate</translation>
+    </message>
+    <message>
+        <source>数据口所接设备须使用相同的波特率，确认修改吗？</source>
+        <translation>The device on the data port must use the same baud rate. Change it?</translation>
     </message>
 </context>
 <context>

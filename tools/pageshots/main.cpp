@@ -8,12 +8,15 @@
 #include "ModelInterface.h"
 #include "ModelSpec.h"
 #include "RecordHost.h"
+#include "SectionColumn.h"
+#include "Sequences.h"
 #include "SettingPage.h"
 #include "UnitModel.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTextStream>
 
@@ -36,6 +39,60 @@ void deliver(ChannelListenInterface &hub, const QByteArray &frame)
         return;
     for (SettingPage *page : hub.pages())
         page->slot_information(answer.codeId, answer.data);
+}
+
+void drag(QWidget *widget, int fromY, int toY)
+{
+    const QPoint from(widget->width() / 2, fromY);
+    const QPoint to(widget->width() / 2, toY);
+    QMouseEvent press(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &press);
+    QMouseEvent move(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &move);
+    QMouseEvent release(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &release);
+}
+
+// The button and comprehensive pages filled from the unit's answers to
+// their menu sequences: every section closed, every section open, and open
+// after dragging to the bottom, at the main window's size and a small one.
+bool shootSectionPages(const QString &out)
+{
+    bool ok = true;
+    ChannelListenInterface hub(0);
+    hub.show();
+    Vunit::UnitConfig config;
+    Vunit::UnitModel unit(config);
+    for (int section : { SectionButtons, SectionComprehensive }) {
+        for (const Request &request : Sequences::menu(section)) {
+            QStringList notes;
+            const QByteArray &f = request.frame;
+            for (const QByteArray &frame : unit.handle(quint8(f.at(1)), f.mid(4, f.size() - 5), 700, &notes))
+                deliver(hub, frame);
+        }
+    }
+    deliver(hub, unit.reportFrame(2100));
+
+    const char *const names[] = { "buttons", "comprehensive" };
+    for (int section : { SectionButtons, SectionComprehensive }) {
+        hub.menuButton(section)->click();
+        auto *column = hub.page(section)->findChild<SectionColumn *>();
+        const QString base = QStringLiteral("%1/settings_%2").arg(out, QLatin1String(names[section - SectionButtons]));
+        for (const QSize size : { QSize(1280, 800), QSize(760, 480) }) {
+            const QString tag = QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
+            for (int s = 0; s < column->sectionCount(); ++s)
+                column->setExpanded(s, false);
+            ok &= save(&hub, size, base + QStringLiteral("_closed_") + tag + QStringLiteral(".png"));
+            for (int s = 0; s < column->sectionCount(); ++s)
+                column->dropDownButton(s)->click();
+            ok &= save(&hub, size, base + QStringLiteral("_open_") + tag + QStringLiteral(".png"));
+            for (int i = 0; i < 40; ++i)
+                drag(column, column->height() - 5, 5);
+            ok &= save(&hub, size, base + QStringLiteral("_bottom_") + tag + QStringLiteral(".png"));
+            drag(column, 5, column->height() * 40);
+        }
+    }
+    return ok;
 }
 
 } // namespace
@@ -107,6 +164,8 @@ int main(int argc, char **argv)
                         .arg(size.height()));
         }
     }
+
+    ok &= shootSectionPages(out);
 
     for (int module = 0; module < 3; ++module) {
         host.data.m_module = module;

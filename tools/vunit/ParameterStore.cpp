@@ -116,29 +116,36 @@ void ParameterStore::seedSbus()
 
 void ParameterStore::seedSimpleGroups()
 {
-    // Key combinations: no keys, single step 10.
-    QByteArray combos;
-    for (int i = 0; i < 5; ++i)
-        combos += bytes({ kNoKey, kNoKey, 10 });
+    // Key combinations: F1+F2 step 10, F3+F4 step 5, the rest unused.
+    QByteArray combos = bytes({ 0, 1, 10, 2, 3, 5 });
+    for (int i = 2; i < 5; ++i)
+        combos += bytes({ kNoKey, kNoKey, 1 });
     m_values.insert(Command::ReadKeyCombinations, combos);
-    // Super keys: six keys (none), six signs, six magnitudes, twice.
-    const QByteArray superKey = QByteArray(6, char(kNoKey)) + QByteArray(12, '\0');
-    m_values.insert(Command::ReadSuperKeys, superKey + superKey);
-    m_values.insert(Command::ReadKeyAttributes, QByteArray(m_spec.keyAttributeBytes, '\0'));
+    // Super keys: six keys, six signs, six magnitudes each. The first sets
+    // -37 with F5 and 100 with F6; the second is unused.
+    const QByteArray firstSuperKey = bytes({ 4, 5, kNoKey, kNoKey, kNoKey, kNoKey, 1, 0, 0, 0, 0, 0, 37, 100, 0, 0, 0, 0 });
+    const QByteArray unusedSuperKey = QByteArray(6, char(kNoKey)) + QByteArray(12, '\0');
+    m_values.insert(Command::ReadSuperKeys, firstSuperKey + unusedSuperKey);
+    // Key kinds: the second key two-state, the third three-state.
+    QByteArray kinds(m_spec.keyAttributeBytes, '\0');
+    kinds[1] = char(1);
+    kinds[2] = char(2);
+    m_values.insert(Command::ReadKeyAttributes, kinds);
     m_values.insert(Command::ReadSbusOutput, bytes({ 2 })); // both SBUS outputs on
     m_values.insert(
         Command::ReadHidMapping, bytes({ 0, 1, 2, 3, 4, 5, 6, 7 })); // HID axes follow the controls
     m_values.insert(Command::ReadHidOutput, bytes({ 0 })); // HID game controller
-    // Throttle hold: byte 0 = 0, no switch, mode 0, hold at -100, 1.0 s each way.
-    m_values.insert(Command::ReadThrottleHold, bytes({ 0, kNoSwitch, 0, 1, 100, 10, 10 }));
+    // Throttle hold: byte 0 = 0, the second switch, its middle position,
+    // hold at -30, back in 1.5 s, down to the hold value in 3 s.
+    m_values.insert(Command::ReadThrottleHold, bytes({ 0, 1, 1, 1, 30, 15, 21 }));
     m_values.insert(Command::ReadIdleWarning, bytes({ 5 })); // idle warning
-    m_values.insert(Command::ReadLowVoltage, bytes({ 7, 0 })); // low voltage alarm at 7.00 V (two cells)
+    m_values.insert(Command::ReadLowVoltage, bytes({ 7, 5 })); // low voltage alarm at 7.05 V (two cells)
     m_values.insert(Command::ReadBaud, le32(115200));
     m_values.insert(Command::ReadExternalSbusInput, bytes({ 0 }));
     m_values.insert(Code::ReadSbusPriority, bytes({ 0x21 })); // SBUS 1 priority 1, SBUS 2 priority 2
-    m_values.insert(Code::ReadSbusProtocol, bytes({ 0x50 })); // both ports V1.0
-    m_values.insert(
-        Code::ReadSbusControl, bytes({ kNoSwitch, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11 })); // SBUS control
+    m_values.insert(Code::ReadSbusProtocol, bytes({ 0x90 })); // SBUS 1 V1.0, SBUS 2 V2.0
+    // SBUS control by the first switch: per position two bytes of two flags.
+    m_values.insert(Code::ReadSbusControl, bytes({ 0, 0x11, 0x00, 0x01, 0x10, 0x10, 0x11 }));
     m_values.insert(Code::ReadModulePower, bytes({ 1, 0 })); // module power on, ROM off
     m_values.insert(Code::ReadModuleSwitch, bytes({ kNoSwitch, 3 })); // no physical switch, 3
     m_values.insert(Command::ReadExternalCharging, bytes({ 0 })); // external charging off

@@ -153,8 +153,13 @@ QVector<QByteArray> UnitModel::handle(
         if (quint8(payload.at(0)) > 1)
             return ignore(QStringLiteral("detail byte must be 0 or 1"));
         return answer(battery(quint8(payload.at(0)), nowMs));
-    case SearchDevices:
-        return answer(searchAnswer());
+    case SearchDevices: {
+        // One answer per device found.
+        QVector<QByteArray> frames;
+        for (const QByteArray &device : searchAnswers())
+            frames.append(SerialFrame::encode(code, device));
+        return frames;
+    }
     case ModuleGroundReset:
     case ModuleAirReset:
         return answer(status(1)); // exactly one byte: 1 = success
@@ -360,17 +365,25 @@ QByteArray UnitModel::battery(quint8 detail, qint64 nowMs) const
     return out;
 }
 
-QByteArray UnitModel::searchAnswer() const
+QVector<QByteArray> UnitModel::searchAnswers() const
 {
-    // Status, number of devices, then "name\r\ndetail".
-    QByteArray out;
-    out.append(char(StatusOk));
-    out.append(char(1));
-    out.append(
-        QStringLiteral("RX-%1").arg(m_config.seed & 0xFFFF, 4, 16, QLatin1Char('0')).toUpper().toLatin1());
-    out.append("\r\n");
-    out.append("Pyx receiver, firmware 2.3.1");
-    return out;
+    // Two or three receivers in reach. Each answer: status, the device's
+    // number, then "name\r\ndetail".
+    const int count = 2 + int(m_config.seed % 2);
+    QVector<QByteArray> answers;
+    for (int i = 0; i < count; ++i) {
+        QByteArray out;
+        out.append(char(StatusOk));
+        out.append(char(i + 1));
+        out.append(QStringLiteral("RX-%1")
+                       .arg((m_config.seed + quint64(i) * 0x1111) & 0xFFFF, 4, 16, QLatin1Char('0'))
+                       .toUpper()
+                       .toLatin1());
+        out.append("\r\n");
+        out.append(QStringLiteral("Pyx receiver, firmware 2.3.%1, channel %2").arg(i + 1).arg(11 + 5 * i).toLatin1());
+        answers.append(out);
+    }
+    return answers;
 }
 
 QByteArray UnitModel::canData(qint64 nowMs) const

@@ -49,7 +49,7 @@ public:
 
 private:
     QByteArray battery(quint8 detail, qint64 nowMs) const;
-    QByteArray searchAnswer() const;
+    QVector<QByteArray> searchAnswers() const;
     QByteArray canData(qint64 nowMs) const;
     QVector<quint16> sbusOutputs(int port, const QVector<quint16> &controls) const;
 
