@@ -4,6 +4,7 @@
 #include "MSpinBox.h"
 #include "PhaseSwitch.h"
 #include "SbusCodec.h"
+#include "SectionWidgets.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -27,17 +28,6 @@ enum Column {
     FixedColumn
 };
 
-MSpinBox *spinBox(QWidget *parent, const QString &name, double min, double max, int minWidth)
-{
-    auto *box = new MSpinBox(parent);
-    box->setObjectName(name);
-    box->setM_minValue(min);
-    box->setM_maxValue(max);
-    box->setM_currentValue(0.0);
-    box->setMinimumWidth(minWidth);
-    return box;
-}
-
 QLabel *title(QWidget *parent, const QString &text)
 {
     auto *label = new QLabel(text, parent);
@@ -59,9 +49,8 @@ SbusConfig::SbusConfig(QWidget *parent)
     m_scroll->setObjectName(QStringLiteral("sbusScroll"));
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setStyleSheet(QStringLiteral("QScrollArea, QWidget#sbusChannels { background: transparent; }"));
-    auto *grid = new QWidget(m_scroll);
-    grid->setObjectName(QStringLiteral("sbusChannels"));
+    m_scroll->setStyleSheet(QStringLiteral("QScrollArea { background: transparent; }"));
+    QWidget *grid = SectionWidgets::panel(QStringLiteral("sbusChannels"));
     buildRows(grid);
     m_scroll->setWidget(grid);
     outer->addWidget(m_scroll);
@@ -86,15 +75,16 @@ void SbusConfig::buildRows(QWidget *grid)
         label->setObjectName(QStringLiteral("channel_") + n);
         row.phase = new PhaseSwitch(grid);
         row.phase->setObjectName(QStringLiteral("phase_") + n);
-        row.trim = spinBox(grid, QStringLiteral("fineTuning_") + n, -125.0, 125.0, 96);
-        row.left = spinBox(grid, QStringLiteral("leftTrip_") + n, 0.0, 150.0, 96);
-        row.right = spinBox(grid, QStringLiteral("rightTrip_") + n, 0.0, 150.0, 96);
-        row.failsafe = spinBox(grid, QStringLiteral("safeProtection_") + n, -150.0, 150.0, 128);
+        row.trim = SectionWidgets::spinBox(grid, QStringLiteral("fineTuning_") + n, -125.0, 125.0);
+        row.left = SectionWidgets::spinBox(grid, QStringLiteral("leftTrip_") + n, 0.0, 150.0);
+        row.right = SectionWidgets::spinBox(grid, QStringLiteral("rightTrip_") + n, 0.0, 150.0);
+        row.failsafe = SectionWidgets::spinBox(grid, QStringLiteral("safeProtection_") + n, -150.0, 150.0);
         row.failsafe->setM_checkEnable(true);
+        row.failsafe->setMinimumWidth(128);
         row.map = new QComboBox(grid);
         row.map->setObjectName(QStringLiteral("channelMap_") + n);
         row.map->setMinimumWidth(80);
-        row.fixed = spinBox(grid, QStringLiteral("noneValue_") + n, -100.0, 100.0, 96);
+        row.fixed = SectionWidgets::spinBox(grid, QStringLiteral("noneValue_") + n, -100.0, 100.0);
         row.fixed->hide();
 
         const int r = c + 1;

@@ -3,11 +3,13 @@
 #include "DeviceData.h"
 #include "HoldCodec.h"
 #include "MCheckBox.h"
+#include "SectionWidgets.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace
@@ -20,21 +22,35 @@ SbusHold::SbusHold(QWidget *parent)
     : SettingPage(parent)
 {
     setObjectName(QStringLiteral("SbusHold"));
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(12, 12, 12, 12);
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(6, 6, 6, 6);
+    // A window too small for both blocks scrolls rather than squeezing them.
+    auto *scroll = new QScrollArea(this);
+    scroll->setObjectName(QStringLiteral("holdScroll"));
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setStyleSheet(QStringLiteral("QScrollArea, QWidget#holdBlocks { background: transparent; }"));
+    auto *blocks = new QWidget(scroll);
+    blocks->setObjectName(QStringLiteral("holdBlocks"));
+    auto *layout = new QVBoxLayout(blocks);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(18);
-    layout->addWidget(buildBlock(0));
-    layout->addWidget(buildBlock(1));
+    layout->addWidget(buildBlock(0, blocks));
+    layout->addWidget(buildBlock(1, blocks));
     layout->addStretch(1);
+    scroll->setWidget(blocks);
+    outer->addWidget(scroll);
 }
 
-QWidget *SbusHold::buildBlock(int port)
+QWidget *SbusHold::buildBlock(int port, QWidget *parent)
 {
     Block &b = m_blocks[size_t(port)];
     const QString prefix = QStringLiteral("sbus%1").arg(port + 1);
-    auto *block = new QWidget(this);
-    block->setObjectName(prefix + QStringLiteral("Block"));
+    // A dark panel, on which the drawn check boxes' white captions read well.
+    QWidget *block = SectionWidgets::panel(prefix + QStringLiteral("Block"));
+    block->setParent(parent);
     auto *grid = new QGridLayout(block);
+    grid->setContentsMargins(16, 12, 16, 12);
     grid->setHorizontalSpacing(12);
     grid->setVerticalSpacing(8);
 
@@ -55,10 +71,8 @@ QWidget *SbusHold::buildBlock(int port)
     auto *positions = new QHBoxLayout;
     positions->setSpacing(24);
     for (int k = 0; k < 3; ++k) {
-        auto *item = new MCheckBox(block);
-        item->setObjectName(prefix + QStringLiteral("gear_%1").arg(k));
-        item->setM_radio(true);
-        item->setM_text(QString::number(k));
+        MCheckBox *item
+            = SectionWidgets::radioItem(block, prefix + QStringLiteral("gear_%1").arg(k), QString::number(k));
         positions->addWidget(item);
         b.positions[size_t(k)] = item;
         connect(item, &MCheckBox::checkedChange, this,
@@ -68,9 +82,8 @@ QWidget *SbusHold::buildBlock(int port)
     grid->addLayout(positions, 2, 1, 1, kToggleColumns);
 
     for (int c = 0; c < kChannels; ++c) {
-        auto *toggle = new MCheckBox(block);
-        toggle->setObjectName(prefix + QStringLiteral("Channel_%1").arg(c + 1));
-        toggle->setM_text(QStringLiteral("CH%1").arg(c + 1));
+        MCheckBox *toggle = SectionWidgets::checkItem(
+            block, prefix + QStringLiteral("Channel_%1").arg(c + 1), QStringLiteral("CH%1").arg(c + 1));
         toggle->setMinimumWidth(toggle->sizeHint().width() + 8);
         b.channels[size_t(c)] = toggle;
         grid->addWidget(toggle, 3 + c / kToggleColumns, 1 + c % kToggleColumns);
@@ -163,16 +176,9 @@ void SbusHold::positionChosen(int port, const QString &name)
 {
     Block &b = m_blocks[size_t(port)];
     keepEdits(port);
-    // Radio behaviour: the chosen item stays, the others go out.
-    int chosen = 0;
-    for (int k = 0; k < 3; ++k) {
-        const bool isChosen = b.positions[size_t(k)]->objectName() == name;
-        if (isChosen)
-            chosen = k;
-        else
-            b.positions[size_t(k)]->setM_checked(false);
-    }
-    showPort(port, chosen);
+    const QVector<MCheckBox *> group(b.positions.begin(), b.positions.end());
+    SectionWidgets::keepOnlyChecked(group, name);
+    showPort(port, qMax(0, SectionWidgets::checkedIndex(group)));
 }
 
 void SbusHold::on_sbus1_currentIndexChanged(int)

@@ -40,7 +40,7 @@ private:
         int shownPosition = 0;
     };
 
-    QWidget *buildBlock(int port);
+    QWidget *buildBlock(int port, QWidget *parent);
     int checkedPosition(int port) const;
     bool showsStoredSwitch(int port) const;
     void keepEdits(int port);

@@ -37,6 +37,7 @@ int SectionColumn::addSection(const QString &headerName, const QString &headerTe
     s.dropDown->setFocusPolicy(Qt::NoFocus);
     s.dropDown->setProperty(kExpanded, false);
     s.dropDown->setIcon(QIcon(QString::fromLatin1(kClosedIcon)));
+    s.dropDown->setIconSize(QSize(20, 20));
     s.dropDown->setFlat(true);
 
     s.title = new QPushButton(headerText, s.header);
