@@ -208,6 +208,12 @@ void MainWindow::createHub()
     // Every setting page hears every answer of the unit, once.
     for (SettingPage *page : m_hub->pages())
         connect(this, &MainWindow::signal_information, page, &SettingPage::slot_information);
+
+    // The custom output page's refresh reads its CAN frames back from the unit.
+    if (SettingPage *custom = m_hub->page(SectionCustomOutput)) {
+        if (auto *flush = custom->findChild<QPushButton *>(QStringLiteral("flushFrame")))
+            connect(flush, &QPushButton::clicked, this, &MainWindow::slot_flushFrameButton_clicked);
+    }
 }
 
 // ---------------------------------------------------------------- pages

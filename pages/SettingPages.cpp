@@ -1,5 +1,6 @@
 #include "SettingPages.h"
 
+#include "CustomConfig.h"
 #include "SbusConfig.h"
 #include "SbusHold.h"
 #include "Sequences.h"
@@ -12,6 +13,8 @@ SettingPage *createSettingPage(int section, QWidget *parent)
         return new SbusConfig(parent);
     case SectionChannelHold:
         return new SbusHold(parent);
+    case SectionCustomOutput:
+        return new CustomConfig(parent);
     default:
         return nullptr;
     }
