@@ -236,7 +236,7 @@ QByteArray frameHeaderPayload(const CanFrameRecord &frame, int frameCount, int i
     appendLong(out, frame.extendedId);
     out.append(char(frame.ide ? kExtendedOnWire : 0));
     out.append(char(frame.rtr ? kRemoteOnWire : 0));
-    out.append(char(frame.dlc));
+    out.append(char(qMin<int>(frame.dlc, kDataBytes)));
     return out;
 }
 

@@ -20,7 +20,7 @@ struct TtlStream;
 //  0xD1      0xD2   44      1      bit 0 TTLEnable, bit 4 (0x10) CANEnable
 //  0xD3      0xD4   46      1      CANFrequency; answers outside 10..200 are not taken
 //  0xD5 k    0xD6   48      11     F, k, standard id (2), extended id (4), IDE sent as
-//                                  0/4, RTR sent as 0/2, data length
+//                                  0/4, RTR sent as 0/2, data length (held at 8)
 //  0xD5 0x0A        48      1      F alone (0x0A names no frame); the write of "no
 //                                  frames" is the single byte 0
 //  0xD7      0xD8   50      8      TTLStream.header[0..3], minimum (2), maximum (2)
