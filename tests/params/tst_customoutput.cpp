@@ -102,8 +102,6 @@ private Q_SLOTS:
     void answersReadBackWhatWasWritten();
     void unfitAnswersLeaveTheRecord_data();
     void unfitAnswersLeaveTheRecord();
-    void frameCountAnswerResizesTheList_data();
-    void frameCountAnswerResizesTheList();
     void fileFragmentByteForByte();
     void fileReaderFrameRules_data();
     void fileReaderFrameRules();
@@ -193,35 +191,6 @@ void TestCustomOutput::unfitAnswersLeaveTheRecord()
     QCOMPARE(fileFragment(d), before);
 }
 
-void TestCustomOutput::frameCountAnswerResizesTheList_data()
-{
-    QTest::addColumn<QByteArray>("payload");
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<int>("thirdId"); // standard id of frame 3, -1: none
-    QTest::newRow("0x0A read: count 1 shrinks") << hex("01") << 1 << -1;
-    QTest::newRow("count 0 empties") << hex("00") << 0 << -1;
-    QTest::newRow("count 3 grows with a zeroed frame") << hex("03") << 3 << 0;
-    QTest::newRow("header of frame 3 of 3") << hex("03 02 5501 00000000 00 00 08") << 3 << 0x155;
-    QTest::newRow("header of frame 6 of 2 fills none") << hex("02 05 5501 00000000 00 00 08") << 2 << -1;
-}
-
-void TestCustomOutput::frameCountAnswerResizesTheList()
-{
-    QFETCH(QByteArray, payload);
-    QFETCH(int, frames);
-    QFETCH(int, thirdId);
-    DeviceData d = twoFrames();
-    QVERIFY(decodeFrameCount(payload, d));
-    QCOMPARE(d.canFrames.size(), frames);
-    QCOMPARE(int(d.CANFrameCnt), frames);
-    if (thirdId >= 0) {
-        QCOMPARE(int(d.canFrames.at(2).standardId), thirdId);
-        QCOMPARE(d.canFrames.at(2).index, 2);
-    }
-    if (frames > 0)
-        QCOMPARE(int(d.canFrames.at(0).standardId), 0x123); // the first frame stays
-}
-
 void TestCustomOutput::fileFragmentByteForByte()
 {
     DeviceData d;
@@ -274,35 +243,28 @@ void TestCustomOutput::fileReaderFrameRules_data()
     QTest::addColumn<QString>("standardIds"); // of the frames after reading
     QTest::addColumn<int>("streamFrequency");
 
-    const QString rest = QStringLiteral(",0").repeated(159);
-    const QString frame1 = QStringLiteral("<CANFrame>1,99") + rest.mid(2) + QStringLiteral("</CANFrame>");
-    QTest::newRow("count 3 grows") << "<CANFrameCnt>3</CANFrameCnt>"
-                                   << "17,34,0" << 50;
-    QTest::newRow("count 1 shrinks") << "<CANFrameCnt>1</CANFrameCnt>"
-                                     << "17" << 50;
-    QTest::newRow("count 0 is ignored") << "<CANFrameCnt>0</CANFrameCnt>"
-                                        << "17,34" << 50;
-    QTest::newRow("count 11 is ignored") << "<CANFrameCnt>11</CANFrameCnt>"
-                                         << "17,34" << 50;
-    QTest::newRow("frame 1 is filled") << frame1 << "17,99" << 50;
-    QTest::newRow("frame index 10 is ignored") << "<CANFrame>10,99" + rest.mid(2) + "</CANFrame>"
-                                               << "17,34" << 50;
-    QTest::newRow("frame of 159 items is refused") << "<CANFrame>1,99" + rest.mid(4) + "</CANFrame>"
-                                                   << "17,34" << 50;
-    QTest::newRow("count before frame 3 makes room")
-        << "<CANFrameCnt>3</CANFrameCnt>\r\n<CANFrame>2,77" + rest.mid(2) + "</CANFrame>"
-        << "17,34,77" << 50;
+    const auto row = [](const char *name, const QString &body, const char *ids, int frequency) {
+        QTest::newRow(name) << body << QString(ids) << frequency;
+    };
+    const QString rest = QStringLiteral(",0").repeated(158); // after index and standard id
+    const QString count3 = QStringLiteral("<CANFrameCnt>3</CANFrameCnt>");
+    row("count 3 grows", count3, "17,34,0", 50);
+    row("count 1 shrinks", "<CANFrameCnt>1</CANFrameCnt>", "17", 50);
+    row("count 0 is ignored", "<CANFrameCnt>0</CANFrameCnt>", "17,34", 50);
+    row("count 11 is ignored", "<CANFrameCnt>11</CANFrameCnt>", "17,34", 50);
+    row("frame 1 is filled", "<CANFrame>1,99" + rest + "</CANFrame>", "17,99", 50);
+    row("frame index 10 is ignored", "<CANFrame>10,99" + rest + "</CANFrame>", "17,34", 50);
+    row("frame of 159 items is refused", "<CANFrame>1,99" + rest.mid(2) + "</CANFrame>", "17,34", 50);
+    row("count before frame 3 makes room", count3 + "\r\n<CANFrame>2,77" + rest + "</CANFrame>", "17,34,77",
+        50);
     // After a known element the reader steps over one more token, the line
     // end in the program's own files: an element right behind it is missed.
-    QTest::newRow("frame right behind the count is missed")
-        << "<CANFrameCnt>3</CANFrameCnt><CANFrame>2,77" + rest.mid(2) + "</CANFrame>"
-        << "17,34,0" << 50;
-    QTest::newRow("stream of 86 items")
-        << "<TTLStream>120" + QStringLiteral(",0").repeated(85) + "</TTLStream>"
-        << "17,34" << 120;
-    QTest::newRow("stream of 85 items is refused")
-        << "<TTLStream>120" + QStringLiteral(",0").repeated(84) + "</TTLStream>"
-        << "17,34" << 50;
+    row("frame right behind the count is missed", count3 + "<CANFrame>2,77" + rest + "</CANFrame>", "17,34,0",
+        50);
+    row("stream of 86 items", "<TTLStream>120" + QStringLiteral(",0").repeated(85) + "</TTLStream>", "17,34",
+        120);
+    row("stream of 85 items is refused",
+        "<TTLStream>120" + QStringLiteral(",0").repeated(84) + "</TTLStream>", "17,34", 50);
 }
 
 void TestCustomOutput::fileReaderFrameRules()
