@@ -214,6 +214,11 @@ void MainWindow::createHub()
         if (auto *search = page->findChild<QPushButton *>(QStringLiteral("searchDevices")))
             connect(search, &QPushButton::clicked, this, &MainWindow::slot_searchDevices);
     }
+    // The custom output page's refresh reads its CAN frames back from the unit.
+    if (SettingPage *custom = m_hub->page(SectionCustomOutput)) {
+        if (auto *flush = custom->findChild<QPushButton *>(QStringLiteral("flushFrame")))
+            connect(flush, &QPushButton::clicked, this, &MainWindow::slot_flushFrameButton_clicked);
+    }
 }
 
 // ---------------------------------------------------------------- pages

@@ -4,11 +4,16 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QTextEdit>
 #include <QtEndian>
 
 namespace {
 constexpr int kFrameHead = 9; // ids, IDE, RTR, data length
+constexpr int kMaxData = 8;   // a CAN frame carries at most 8 data bytes
+// The view keeps the latest frames; a unit reporting for hours must not
+// grow it without end.
+constexpr int kKeptLines = 2000;
 }
 
 canReceive::canReceive(QWidget *parent)
@@ -33,6 +38,7 @@ canReceive::canReceive(QWidget *parent)
     textEdit = new QTextEdit(this);
     textEdit->setObjectName(QStringLiteral("textEdit"));
     textEdit->setReadOnly(true);
+    textEdit->document()->setMaximumBlockCount(kKeptLines);
     grid->addWidget(textEdit, 2, 0, 1, 4);
     resize(560, 360);
 
@@ -52,7 +58,7 @@ QString canReceive::frameLine(const QByteArray &payload)
     const quint32 extendedId = qFromLittleEndian<quint32>(d + 2);
     const bool extended = d[6] != 0;
     const bool remote = d[7] != 0;
-    const int length = qMin<int>(d[8], payload.size() - kFrameHead);
+    const int length = qMin(qMin<int>(d[8], kMaxData), payload.size() - kFrameHead);
     QStringList data;
     for (int i = 0; i < length; ++i)
         data.append(QStringLiteral("%1").arg(d[kFrameHead + i], 2, 16, QLatin1Char('0')).toUpper());

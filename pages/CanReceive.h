@@ -14,7 +14,8 @@ public:
     explicit canReceive(QWidget *parent = nullptr);
 
     // One reported frame: standard id (2 bytes LE), extended id (4 bytes LE),
-    // IDE, RTR, data length, data bytes. Shorter payloads are ignored.
+    // IDE, RTR, data length, data bytes (at most 8 shown). Payloads shorter
+    // than the 9 bytes before the data are ignored.
     void addFrame(const QByteArray &payload);
     int receivedCount() const { return m_count; }
 

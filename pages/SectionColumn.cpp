@@ -154,8 +154,12 @@ QSize SectionColumn::sizeHint() const
 
 bool SectionColumn::event(QEvent *event)
 {
-    // A body that changes what it holds asks for a new layout.
-    if (event->type() == QEvent::LayoutRequest)
+    // A body that changes what it holds asks for a new layout. A hidden
+    // column (a hub page not shown) waits until it is shown: measuring the
+    // bodies is not cheap, and a page polished by the hub asks often.
+    if (event->type() == QEvent::LayoutRequest && isVisible())
+        relayout();
+    else if (event->type() == QEvent::Show)
         relayout();
     return QWidget::event(event);
 }

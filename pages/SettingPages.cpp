@@ -2,6 +2,7 @@
 
 #include "ButtonConfig.h"
 #include "ComprehensiveConfig.h"
+#include "CustomConfig.h"
 #include "SbusConfig.h"
 #include "SbusHold.h"
 #include "Sequences.h"
@@ -18,6 +19,8 @@ SettingPage *createSettingPage(int section, QWidget *parent)
         return new ButtonConfig(parent);
     case SectionComprehensive:
         return new ComprehensiveConfig(parent);
+    case SectionCustomOutput:
+        return new CustomConfig(parent);
     default:
         return nullptr;
     }

@@ -34,14 +34,17 @@ struct CanFrameRecord {
     qint32 index = 0;
     quint16 standardId = 0;
     quint32 extendedId = 0;
+    // As edited 0/1; after a write the unit's 0/4 and 0/2 are stored back.
+    // Readers test for non-zero.
     quint8 ide = 0;         // identifier type: 0 standard, non-zero extended
     quint8 rtr = 0;         // frame type: 0 data, non-zero remote
     quint8 dlc = 0;         // number of data bytes in use
     quint8 dataMask = 0;    // bit i: data byte i in use
     quint8 nonlinearMask = 0; // bit i: data byte i mapped bit by bit
     quint8 bitMap[8][8][2] = {};  // per data byte and bit: (source channel, second value)
-    quint8 byteMap[8][3] = {};    // per data byte: (first value, source channel, third value)
+    quint8 byteMap[8][3] = {};    // per data byte: (data index, source channel, third value)
 };
+constexpr int kCanChannelNone = 254; // a data mapping channel of "NONE"
 
 // The custom serial (TTL) output stream definition.
 struct TtlStream {
@@ -112,7 +115,12 @@ struct DeviceData {
     quint8 CANFrequency = 20;
     quint8 CANFrameCnt = 0;
     QString CANBaud;
-    QStringList pyxChannelNames; // channel choices of the CAN data mapping
-    QVector<CanFrameRecord> canFrames; // at most kMaxCanFrames
+    // Choices of the CAN data mapping, from config/PyxModule.xml: the inputs
+    // that fill a whole data byte, and those that fill single bits.
+    QStringList pyxChannelNames;
+    QStringList pyxBitNames;
+    // At most kMaxCanFrames; its length changes only through CanFrameList
+    // (CustomOutputCodec.h), which keeps CANFrameCnt and the indices with it.
+    QVector<CanFrameRecord> canFrames;
     TtlStream TTLStream;
 };

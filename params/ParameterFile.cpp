@@ -1,6 +1,7 @@
 #include "ParameterFile.h"
 
 #include "AppPaths.h"
+#include "CustomOutputCodec.h"
 #include "DeviceData.h"
 #include "FormattedScan.h"
 #include "ParamsLog.h"
@@ -103,8 +104,7 @@ void applyCanFrameCount(DeviceData &d, const QString &t)
         qCDebug(lcParams) << "parameter file: CANFrameCnt" << count << "ignored";
         return;
     }
-    d.CANFrameCnt = quint8(count);
-    d.canFrames.resize(count);
+    CanFrameList::resize(d, count);
 }
 
 // Index, seven header values, 64 (channel, value) pairs, 8 triples; the frame
@@ -126,7 +126,9 @@ void applyCanFrame(DeviceData &d, const QString &t)
     CanFrameRecord &f = d.canFrames[index];
     f.index = index;
     f.standardId = quint16(next());
-    f.extendedId = quint32(next());
+    // The extended identifier takes all 32 bits (up to 8 hex digits, no
+    // check against the 29 bits of CAN), beyond what an int holds.
+    f.extendedId = quint32(items.at(++i).trimmed().toLongLong());
     f.ide = quint8(next());
     f.rtr = quint8(next());
     f.dlc = quint8(next());

@@ -37,6 +37,57 @@
     </message>
 </context>
 <context>
+    <name>CanFrame</name>
+    <message>
+        <source>标准ID</source>
+        <translation>标准ID</translation>
+    </message>
+    <message>
+        <source>扩展ID</source>
+        <translation>扩展ID</translation>
+    </message>
+    <message>
+        <source>标准标识符</source>
+        <translation>标准标识符</translation>
+    </message>
+    <message>
+        <source>扩展标识符</source>
+        <translation>扩展标识符</translation>
+    </message>
+    <message>
+        <source>数据帧</source>
+        <translation>数据帧</translation>
+    </message>
+    <message>
+        <source>远程帧</source>
+        <translation>远程帧</translation>
+    </message>
+    <message>
+        <source>标识符类型</source>
+        <translation>标识符类型</translation>
+    </message>
+    <message>
+        <source>消息类型</source>
+        <translation>消息类型</translation>
+    </message>
+    <message>
+        <source>数据长度</source>
+        <translation>数据长度</translation>
+    </message>
+    <message>
+        <source>数据解析</source>
+        <translation>数据解析</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>帧 %1</source>
+        <translation>帧 %1</translation>
+    </message>
+</context>
+<context>
     <name>ChannelListenInterface</name>
     <message>
         <source>SBUS1设置</source>
@@ -235,6 +286,148 @@
     </message>
 </context>
 <context>
+    <name>CustomConfig</name>
+    <message>
+        <source>  Pyx设置</source>
+        <translation>  Pyx设置</translation>
+    </message>
+    <message>
+        <source>  CAN设置</source>
+        <translation>  CAN设置</translation>
+    </message>
+    <message>
+        <source>  自定义串口设置</source>
+        <translation>  自定义串口设置</translation>
+    </message>
+    <message>
+        <source>输出模式 : </source>
+        <translation>输出模式 : </translation>
+    </message>
+    <message>
+        <source>注意：选择SBUS输出则无法与PyxM配合使用，CAN与自定义串口失能</source>
+        <translation>注意：选择SBUS输出则无法与PyxM配合使用，CAN与自定义串口失能</translation>
+    </message>
+    <message>
+        <source>使能</source>
+        <translation>使能</translation>
+    </message>
+    <message>
+        <source>波特率 : </source>
+        <translation>波特率 : </translation>
+    </message>
+    <message>
+        <source>发送频率 :</source>
+        <translation>发送频率 :</translation>
+    </message>
+    <message>
+        <source>添加帧</source>
+        <translation>添加帧</translation>
+    </message>
+    <message>
+        <source>刷新帧</source>
+        <translation>刷新帧</translation>
+    </message>
+    <message>
+        <source>小端</source>
+        <translation>小端</translation>
+    </message>
+    <message>
+        <source>大端</source>
+        <translation>大端</translation>
+    </message>
+    <message>
+        <source>和校验</source>
+        <translation>和校验</translation>
+    </message>
+    <message>
+        <source>异或校验</source>
+        <translation>异或校验</translation>
+    </message>
+    <message>
+        <source>CRC16校验</source>
+        <translation>CRC16校验</translation>
+    </message>
+    <message>
+        <source>CRC32校验</source>
+        <translation>CRC32校验</translation>
+    </message>
+    <message>
+        <source>帧头</source>
+        <translation>帧头</translation>
+    </message>
+    <message>
+        <source>帧尾</source>
+        <translation>帧尾</translation>
+    </message>
+    <message>
+        <source>数据格式</source>
+        <translation>数据格式</translation>
+    </message>
+    <message>
+        <source>通道数据范围 : </source>
+        <translation>通道数据范围 : </translation>
+    </message>
+    <message>
+        <source>校验模式</source>
+        <translation>校验模式</translation>
+    </message>
+    <message>
+        <source>注意: 切换硬件接口前,请确保当前接口线已断开连接!!!</source>
+        <translation>注意: 切换硬件接口前,请确保当前接口线已断开连接!!!</translation>
+    </message>
+</context>
+<context>
+    <name>DataWidget</name>
+    <message>
+        <source>保存</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>数据 %1</source>
+        <translation>数据 %1</translation>
+    </message>
+    <message>
+        <source>线性</source>
+        <translation>线性</translation>
+    </message>
+    <message>
+        <source>非线性</source>
+        <translation>非线性</translation>
+    </message>
+    <message>
+        <source>线性设置</source>
+        <translation>线性设置</translation>
+    </message>
+    <message>
+        <source>数据下标</source>
+        <translation>数据下标</translation>
+    </message>
+    <message>
+        <source>通道映射</source>
+        <translation>通道映射</translation>
+    </message>
+    <message>
+        <source>非线性设置</source>
+        <translation>非线性设置</translation>
+    </message>
+    <message>
+        <source>数据解析 - %1</source>
+        <translation>数据解析 - %1</translation>
+    </message>
+    <message>
+        <source>保存数据解析</source>
+        <translation>保存数据解析</translation>
+    </message>
+    <message>
+        <source>确认要保存数据解析吗！</source>
+        <translation>确认要保存数据解析吗！</translation>
+    </message>
+</context>
+<context>
     <name>HelpWidget</name>
     <message>
         <source>Help Guide</source>
@@ -300,7 +493,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;&quot;&gt;&lt;span style=&quot; font-style:italic; text-decoration: underline; color:#0000ff;&quot;&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=""&gt;&lt;span style=" font-style:italic; text-decoration: underline; color:#0000ff;"&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;&quot;&gt;&lt;span style=&quot; font-style:italic; text-decoration: underline; color:#0000ff;&quot;&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>写入数据</source>
@@ -336,6 +529,32 @@
     </message>
 </context>
 <context>
+    <name>ModelInterface</name>
+    <message>
+        <source>遥杆校准</source>
+        <translation>遥杆校准</translation>
+    </message>
+    <message>
+        <source>通道配置</source>
+        <translation>通道配置</translation>
+    </message>
+    <message>
+        <source>完成校准</source>
+        <translation>完成校准</translation>
+    </message>
+</context>
+<context>
+    <name>PhaseSwitch</name>
+    <message>
+        <source>正</source>
+        <translation>正</translation>
+    </message>
+    <message>
+        <source>负</source>
+        <translation>负</translation>
+    </message>
+</context>
+<context>
     <name>SbusConfig</name>
     <message>
         <source>舵机相位</source>
@@ -367,32 +586,6 @@
     <message>
         <source>保持档位：</source>
         <translation>保持档位：</translation>
-    </message>
-</context>
-<context>
-    <name>ModelInterface</name>
-    <message>
-        <source>遥杆校准</source>
-        <translation>遥杆校准</translation>
-    </message>
-    <message>
-        <source>通道配置</source>
-        <translation>通道配置</translation>
-    </message>
-    <message>
-        <source>完成校准</source>
-        <translation>完成校准</translation>
-    </message>
-</context>
-<context>
-    <name>PhaseSwitch</name>
-    <message>
-        <source>正</source>
-        <translation>正</translation>
-    </message>
-    <message>
-        <source>负</source>
-        <translation>负</translation>
     </message>
 </context>
 <context>

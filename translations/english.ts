@@ -37,6 +37,57 @@
     </message>
 </context>
 <context>
+    <name>CanFrame</name>
+    <message>
+        <source>标准ID</source>
+        <translation>Standard ID</translation>
+    </message>
+    <message>
+        <source>扩展ID</source>
+        <translation>Extended ID</translation>
+    </message>
+    <message>
+        <source>标准标识符</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>扩展标识符</source>
+        <translation>Extended</translation>
+    </message>
+    <message>
+        <source>数据帧</source>
+        <translation>Data</translation>
+    </message>
+    <message>
+        <source>远程帧</source>
+        <translation>Remote</translation>
+    </message>
+    <message>
+        <source>标识符类型</source>
+        <translation>ID Type</translation>
+    </message>
+    <message>
+        <source>消息类型</source>
+        <translation>Frame Type</translation>
+    </message>
+    <message>
+        <source>数据长度</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>数据解析</source>
+        <translation>Data Mapping</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>帧 %1</source>
+        <translation>Frame %1</translation>
+    </message>
+</context>
+<context>
     <name>ChannelListenInterface</name>
     <message>
         <source>SBUS1设置</source>
@@ -235,6 +286,148 @@
     </message>
 </context>
 <context>
+    <name>CustomConfig</name>
+    <message>
+        <source>  Pyx设置</source>
+        <translation>  Pyx Setting</translation>
+    </message>
+    <message>
+        <source>  CAN设置</source>
+        <translation>  CAN Setting</translation>
+    </message>
+    <message>
+        <source>  自定义串口设置</source>
+        <translation>  Custom Serial Setting</translation>
+    </message>
+    <message>
+        <source>输出模式 : </source>
+        <translation>Output Mode : </translation>
+    </message>
+    <message>
+        <source>注意：选择SBUS输出则无法与PyxM配合使用，CAN与自定义串口失能</source>
+        <translation>Note: with SBUS output the PyxM cannot be used; CAN and the custom serial output are disabled</translation>
+    </message>
+    <message>
+        <source>使能</source>
+        <translation>Enable</translation>
+    </message>
+    <message>
+        <source>波特率 : </source>
+        <translation>Baud Rate : </translation>
+    </message>
+    <message>
+        <source>发送频率 :</source>
+        <translation>Frequency :</translation>
+    </message>
+    <message>
+        <source>添加帧</source>
+        <translation>Add Frame</translation>
+    </message>
+    <message>
+        <source>刷新帧</source>
+        <translation>Refresh Frames</translation>
+    </message>
+    <message>
+        <source>小端</source>
+        <translation>Little-endian</translation>
+    </message>
+    <message>
+        <source>大端</source>
+        <translation>Big-endian</translation>
+    </message>
+    <message>
+        <source>和校验</source>
+        <translation>Sum</translation>
+    </message>
+    <message>
+        <source>异或校验</source>
+        <translation>XOR</translation>
+    </message>
+    <message>
+        <source>CRC16校验</source>
+        <translation>CRC16</translation>
+    </message>
+    <message>
+        <source>CRC32校验</source>
+        <translation>CRC32</translation>
+    </message>
+    <message>
+        <source>帧头</source>
+        <translation>Head</translation>
+    </message>
+    <message>
+        <source>帧尾</source>
+        <translation>End</translation>
+    </message>
+    <message>
+        <source>数据格式</source>
+        <translation>Byte Order</translation>
+    </message>
+    <message>
+        <source>通道数据范围 : </source>
+        <translation>Channel Range : </translation>
+    </message>
+    <message>
+        <source>校验模式</source>
+        <translation>Checksum</translation>
+    </message>
+    <message>
+        <source>注意: 切换硬件接口前,请确保当前接口线已断开连接!!!</source>
+        <translation>Note: before switching the hardware interface, make sure the cable of the current interface is disconnected!!!</translation>
+    </message>
+</context>
+<context>
+    <name>DataWidget</name>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>返回</source>
+        <translation>Return</translation>
+    </message>
+    <message>
+        <source>数据 %1</source>
+        <translation>Byte %1</translation>
+    </message>
+    <message>
+        <source>线性</source>
+        <translation>Linear</translation>
+    </message>
+    <message>
+        <source>非线性</source>
+        <translation>Nonlinear</translation>
+    </message>
+    <message>
+        <source>线性设置</source>
+        <translation>Linear Setting</translation>
+    </message>
+    <message>
+        <source>数据下标</source>
+        <translation>Byte Index</translation>
+    </message>
+    <message>
+        <source>通道映射</source>
+        <translation>Channel</translation>
+    </message>
+    <message>
+        <source>非线性设置</source>
+        <translation>Nonlinear Setting</translation>
+    </message>
+    <message>
+        <source>数据解析 - %1</source>
+        <translation>Data Mapping - %1</translation>
+    </message>
+    <message>
+        <source>保存数据解析</source>
+        <translation>Save Data Mapping</translation>
+    </message>
+    <message>
+        <source>确认要保存数据解析吗！</source>
+        <translation>Save the data mapping?</translation>
+    </message>
+</context>
+<context>
     <name>HelpWidget</name>
     <message>
         <source>Help Guide</source>
@@ -300,7 +493,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;&quot;&gt;&lt;span style=&quot; font-style:italic; text-decoration: underline; color:#0000ff;&quot;&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=""&gt;&lt;span style=" font-style:italic; text-decoration: underline; color:#0000ff;"&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;&quot;&gt;&lt;span style=&quot; font-style:italic; text-decoration: underline; color:#0000ff;&quot;&gt;Welcome to the official website&lt;/span&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>写入数据</source>
@@ -336,6 +529,32 @@
     </message>
 </context>
 <context>
+    <name>ModelInterface</name>
+    <message>
+        <source>遥杆校准</source>
+        <translation>Stick Calibration</translation>
+    </message>
+    <message>
+        <source>通道配置</source>
+        <translation>Channel Config</translation>
+    </message>
+    <message>
+        <source>完成校准</source>
+        <translation>Finish Calibration</translation>
+    </message>
+</context>
+<context>
+    <name>PhaseSwitch</name>
+    <message>
+        <source>正</source>
+        <translation>Norm</translation>
+    </message>
+    <message>
+        <source>负</source>
+        <translation>Rev</translation>
+    </message>
+</context>
+<context>
     <name>SbusConfig</name>
     <message>
         <source>舵机相位</source>
@@ -367,32 +586,6 @@
     <message>
         <source>保持档位：</source>
         <translation>Hold Position:</translation>
-    </message>
-</context>
-<context>
-    <name>ModelInterface</name>
-    <message>
-        <source>遥杆校准</source>
-        <translation>Stick Calibration</translation>
-    </message>
-    <message>
-        <source>通道配置</source>
-        <translation>Channel Config</translation>
-    </message>
-    <message>
-        <source>完成校准</source>
-        <translation>Finish Calibration</translation>
-    </message>
-</context>
-<context>
-    <name>PhaseSwitch</name>
-    <message>
-        <source>正</source>
-        <translation>Norm</translation>
-    </message>
-    <message>
-        <source>负</source>
-        <translation>Rev</translation>
     </message>
 </context>
 <context>

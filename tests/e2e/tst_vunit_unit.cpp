@@ -135,7 +135,7 @@ void TestVunitUnit::writeThenReadRoundTrips_data()
     longRow("module power", 0x37, QByteArray::fromHex("0001"), bare(0x36));
     longRow("module physical switch", 0x39, QByteArray::fromHex("0209"), bare(0x38));
     longRow("serial stream header", 0xD8, pattern(8, 10, 0x55), bare(0xD7));
-    longRow("serial stream table", 0xDA, pattern(45, 11, 0x0F), bare(0xD9));
+    longRow("serial stream table", 0xDA, pattern(46, 11, 40), bare(0xD9));
     shortRow("sbus output", 0xC5, 3, bare(0xC4));
     shortRow("hid output", 0x18, 1, bare(0x17));
     shortRow("sbus priority", 0x31, 0x43, bare(0x30));
@@ -143,7 +143,7 @@ void TestVunitUnit::writeThenReadRoundTrips_data()
     shortRow("output module", 0x16, 3, bare(0x15));
     shortRow("enable flags", 0xD2, 0x11, bare(0xD1));
     shortRow("can frequency", 0xD4, 120, bare(0xD3));
-    shortRow("closing byte", 0x25, 4, bare(0x24));
+    shortRow("can baud", 0x25, 4, bare(0x24));
     // The SBUS control write travels as the fixed 12-byte frame.
     QTest::newRow("sbus control, fixed frame")
         << Model::Alder << SerialFrame::fixedControlFrame(QByteArray::fromHex("02110110001101")) << bare(0x34)
@@ -208,21 +208,27 @@ void TestVunitUnit::factoryResetRestoresWrittenGroups()
 
 void TestVunitUnit::canFrameWritesFollowFrameOrder()
 {
-    // The custom output write sends each per-frame group once per frame, in
-    // frame order; the refresh reads them back by frame index.
+    // Each per-frame write names its frame in byte 0; the refresh reads them
+    // back by that index, whatever order they came in.
     UnitModel unit(UnitConfig {});
     QByteArray bytes = SerialFrame::shortFrame(0x16, 2);
     bytes += SerialFrame::encode(0xD6, QByteArray::fromHex("0200230100000000000008"));
     bytes += SerialFrame::encode(0xD6, QByteArray::fromHex("0201240100000000000004"));
-    bytes += SerialFrame::encode(0xDC, QByteArray::fromHex("0a0b"));
-    bytes += SerialFrame::encode(0xDC, QByteArray::fromHex("0c0d"));
+    bytes += SerialFrame::encode(0xDC, pattern(19, 3, 1));
+    bytes += SerialFrame::encode(0xDC, pattern(19, 4, 0));
     bytes += SerialFrame::encode(0x23, pattern(9, 1, 0));
     bytes += SerialFrame::encode(0x23, pattern(9, 2, 1));
-    QCOMPARE(exchange(unit, bytes).size(), 7);
+    QStringList notes;
+    QCOMPARE(exchange(unit, bytes, &notes).size(), 7);
+    QCOMPARE(notes, QStringList());
 
-    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDB, 1)).first().payload.toHex(), QByteArray("0c0d"));
-    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDB, 0)).first().payload.toHex(), QByteArray("0a0b"));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDB, 1)).first().payload, pattern(19, 3, 1));
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDB, 0)).first().payload, pattern(19, 4, 0));
     QCOMPARE(exchange(unit, SerialFrame::shortFrame(0x22, 1)).first().payload, pattern(9, 2, 1));
+    // A mapping write of the wrong length is not stored.
+    exchange(unit, SerialFrame::encode(0xDE, pattern(64, 5, 1)), &notes);
+    QCOMPARE(notes.size(), 1);
+    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xDD, 1)).first().payload.size(), 65);
     // 0x0A asks for the count alone.
     QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xD5, 0x0A)).first().payload.toHex(), QByteArray("02"));
     // A plain-mode write ("no frames") leaves none.

@@ -305,10 +305,10 @@ void TestParameterFile::readerKeepsTheUnitsRules_data()
     frame10[0] = '9'; // index 9 of a list of two: no such frame
     QTest::newRow("CAN frame beyond the list ignored")
         << child("CANFrameCnt", "2") + child("CANFrame", frame10) << "frame1"
-        << "0,0,0,0";
+        << "1,0,0,0";
     QTest::newRow("CAN frame of 159 items refused")
         << child("CANFrameCnt", "2") + child("CANFrame", frame.left(frame.lastIndexOf(','))) << "frame1"
-        << "0,0,0,0";
+        << "1,0,0,0";
     QByteArray stream = "15,0,50,0,55536,10000";
     for (int i = 0; i < 80; ++i)
         stream += i == 79 ? ",9" : ",1";

@@ -3,7 +3,10 @@
 // configuration hub for each radio module kind, to PNG files (offscreen).
 #include "AnswerRules.h"
 #include "AppPaths.h"
+#include "CanFrame.h"
 #include "ChannelListenInterface.h"
+#include "CustomConfig.h"
+#include "DataWidget.h"
 #include "DeviceData.h"
 #include "ModelInterface.h"
 #include "ModelSpec.h"
@@ -153,6 +156,48 @@ int main(int argc, char **argv)
             for (const QByteArray &frame : unit.handle(read.code, read.payload, 0, &notes))
                 deliver(hub, frame);
         }
+        // The custom output group with the unit's frame, then a second frame
+        // added on the page, an extended remote one, and a mapping with a
+        // nonlinear byte.
+        const struct {
+            quint8 code;
+            QByteArray payload;
+        } customReads[] = { { 0x15, {} }, { 0xD1, {} }, { 0xD3, {} }, { 0xD5, QByteArray(1, '\x0A') },
+            { 0xD7, {} }, { 0xD9, {} }, { 0x24, {} }, { 0xD5, QByteArray(1, '\0') },
+            { 0xDB, QByteArray(1, '\0') }, { 0xDD, QByteArray(1, '\0') }, { 0x20, QByteArray(1, '\0') },
+            { 0x22, QByteArray(1, '\0') } };
+        for (const auto &read : customReads) {
+            QStringList notes;
+            for (const QByteArray &frame : unit.handle(read.code, read.payload, 0, &notes))
+                deliver(hub, frame);
+        }
+        auto *custom = static_cast<CustomConfig *>(hub.page(6));
+        custom->findChild<QPushButton *>(QStringLiteral("addFrame"))->click();
+        CanFrameRecord &second = host.data.canFrames[1];
+        second.extendedId = 0x18FF50E5;
+        second.ide = 1;
+        second.rtr = 1;
+        second.dlc = 2;
+        second.dataMask = 0x03;
+        second.nonlinearMask = 0x02;
+        custom->refreshFromRecord();
+        hub.menuButton(6)->click();
+        for (const QSize size : { QSize(1280, 800), QSize(700, 450) })
+            ok &= save(&hub, size,
+                QStringLiteral("%1/settings_custom_%2x%3.png").arg(out).arg(size.width()).arg(size.height()));
+        // The serial stream section at the small size, the CAN section folded.
+        custom->findChild<QPushButton *>(QStringLiteral("dropDownButton_1"))->click();
+        ok &= save(&hub, QSize(700, 450), QStringLiteral("%1/settings_custom_folded_700x450.png").arg(out));
+        custom->findChild<QPushButton *>(QStringLiteral("dropDownButton_1"))->click();
+        CanFrame *editor = custom->frameEditors().at(1);
+        editor->on_buttonClicked_dataPrase();
+        DataWidget *mapping = editor->dataWidget();
+        mapping->slot_checkedChange(QStringLiteral("dataNonlinear_2"));
+        for (const QSize size : { mapping->sizeHint(), QSize(520, 360) })
+            ok &= save(mapping, size,
+                QStringLiteral("%1/custom_mapping_%2x%3.png").arg(out).arg(size.width()).arg(size.height()));
+        mapping->close();
+
         const char *const sections[] = { "sbus1", "sbus2", "hold" };
         for (int section = 0; section < 3; ++section) {
             hub.menuButton(section)->click();

@@ -28,16 +28,17 @@ constexpr quint8 ReadStreamHeader = 0xD7;
 constexpr quint8 WriteStreamHeader = 0xD8;
 constexpr quint8 ReadStreamTable = 0xD9;
 constexpr quint8 WriteStreamTable = 0xDA;
-// Per CAN frame: read with the frame index, written once per frame.
+// Per CAN frame, read and written with the frame index in byte 0 (layouts in
+// CustomOutputCodec.h).
 constexpr quint8 ReadFrameMasks = 0xDB;
 constexpr quint8 WriteFrameMasks = 0xDC;
-constexpr quint8 ReadFrameBits = 0xDD;
-constexpr quint8 WriteFrameBits = 0xDE;
-constexpr quint8 ReadFrameBytes = 0x20;
-constexpr quint8 WriteFrameBytes = 0x21;
-constexpr quint8 ReadFrameChannels = 0x22;
-constexpr quint8 WriteFrameChannels = 0x23;
-constexpr quint8 ReadClosingByte = 0x24;
-constexpr quint8 WriteClosingByte = 0x25;
+constexpr quint8 ReadFrameBitChannels = 0xDD;
+constexpr quint8 WriteFrameBitChannels = 0xDE;
+constexpr quint8 ReadFrameBitValues = 0x20;
+constexpr quint8 WriteFrameBitValues = 0x21;
+constexpr quint8 ReadFrameByteChannels = 0x22;
+constexpr quint8 WriteFrameByteChannels = 0x23;
+constexpr quint8 ReadCanBaud = 0x24;
+constexpr quint8 WriteCanBaud = 0x25;
 constexpr quint8 WriteCanData = 0x27;
 } // namespace Vunit::Code

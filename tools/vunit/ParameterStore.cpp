@@ -1,6 +1,8 @@
 #include "ParameterStore.h"
 
 #include "Command.h"
+#include "CustomOutputCodec.h"
+#include "DeviceData.h"
 #include "GroupCodes.h"
 
 #include <QtEndian>
@@ -151,29 +153,60 @@ void ParameterStore::seedSimpleGroups()
     m_values.insert(Command::ReadExternalCharging, bytes({ 0 })); // external charging off
 }
 
+namespace
+{
+
+// The factory frame at a position: standard identifier 0x123 onwards, a data
+// frame of eight bytes, every byte linear from the inputs in order, no bit
+// sources.
+CanFrameRecord factoryFrame(int index)
+{
+    CanFrameRecord f;
+    f.index = index;
+    f.standardId = quint16(0x123 + index);
+    f.dlc = 8;
+    f.dataMask = 0xFF;
+    for (int j = 0; j < 8; ++j) {
+        f.byteMap[j][0] = quint8(j);
+        f.byteMap[j][1] = quint8(j);
+        for (int b = 0; b < 8; ++b)
+            f.bitMap[j][b][0] = kCanChannelNone;
+    }
+    return f;
+}
+
+} // namespace
+
 void ParameterStore::seedCustomOutput()
 {
-    m_values.insert(Command::ReadOutputModule, bytes({ 2 })); // output module in TTL mode
-    m_values.insert(Code::ReadEnableFlags, bytes({ 0x10 })); // CAN on, serial stream off
-    m_values.insert(Code::ReadCanFrequency, bytes({ 20 })); // CAN frequency
-    // Serial stream: frame head, frame end, frequency, byte order/check,
-    // then minimum and maximum as 16-bit values.
-    QByteArray stream = bytes({ 0x0F, 0x00, 50, 0 });
-    QByteArray range(4, '\0');
-    qToLittleEndian(qint16(-1000), reinterpret_cast<uchar *>(range.data()));
-    qToLittleEndian(qint16(1000), reinterpret_cast<uchar *>(range.data() + 2));
-    m_values.insert(Code::ReadStreamHeader, stream + range);
-    // The 40 stream flags packed eight to a byte (first 16 on), then the
-    // selector index of each of the 40 stream entries.
-    QByteArray table = bytes({ 0xFF, 0xFF, 0, 0, 0 });
-    for (int i = 0; i < 40; ++i)
-        table.append(char(i % 16));
-    m_values.insert(Code::ReadStreamTable, table);
-    m_values.insert(Code::ReadClosingByte, bytes({ 1 }));
+    using namespace CustomOutputCodec;
+    // The output module in TTL mode with CAN on at 20 Hz and 500K, one frame;
+    // the serial stream off, 50 Hz, head 0x0F, 115200 with a sum check,
+    // channels within -1000..1000, the first 16 stream entries on.
+    DeviceData d;
+    d.PyxGOutputMode = kModeTtl;
+    d.CANEnable = true;
+    d.CANFrequency = 20;
+    d.CANBaud = QStringLiteral("500K");
+    TtlStream &s = d.TTLStream;
+    s.header[kTtlFrequency] = 50;
+    s.header[kTtlFrameHead] = 0x0F;
+    s.header[kTtlFormat] = ttlFormatByte(TtlFormat { 4, 0, false });
+    s.range[0] = quint16(qint16(-1000));
+    s.range[1] = 1000;
+    for (int i = 0; i < kTtlTableSize; ++i) {
+        s.table1[i] = i < 16 ? 1 : 0;
+        s.table2[i] = quint8(i % 16);
+    }
+    m_values.insert(Command::ReadOutputModule, bytes({ d.PyxGOutputMode }));
+    m_values.insert(Code::ReadEnableFlags, enablesPayload(d));
+    m_values.insert(Code::ReadCanFrequency, bytes({ d.CANFrequency }));
+    m_values.insert(Code::ReadStreamHeader, streamHeadPayload(s));
+    m_values.insert(Code::ReadStreamTable, streamTablePayload(s));
+    m_values.insert(Code::ReadCanBaud, bytes({ canBaudIndex(d.CANBaud) }));
 
-    // One CAN frame: standard identifier 0x123, data frame, 8 bytes.
     m_canFrameCount = 1;
-    m_canFrames = { bytes({ 1, 0, 0x23, 0x01, 0, 0, 0, 0, 0, 0, 8 }) };
+    m_canFrames = { frameHeaderPayload(factoryFrame(0), 1, 0) };
     m_frameValues.clear();
 }
 
@@ -194,59 +227,47 @@ void ParameterStore::setChannelHoldBlock(const QByteArray &block)
 
 QByteArray ParameterStore::canFrame(int index) const
 {
-    if (index < 0 || index >= m_canFrameCount || index >= m_canFrames.size())
+    if (index < 0 || index >= m_canFrameCount)
         return QByteArray();
-    QByteArray frame = m_canFrames.at(index);
+    QByteArray frame = index < m_canFrames.size() && !m_canFrames.at(index).isEmpty()
+        ? m_canFrames.at(index)
+        : CustomOutputCodec::frameHeaderPayload(CanFrameRecord(), m_canFrameCount, index);
     frame[0] = char(m_canFrameCount);
     return frame;
 }
 
 void ParameterStore::setCanFrame(const QByteArray &header)
 {
-    const int count = qMin(int(quint8(header.at(0))), kMaxCanFrames);
-    m_canFrameCount = count;
-    if (header.size() < kCanFrameBytes) {
+    m_canFrameCount = qMin(int(quint8(header.at(0))), kMaxCanFrames);
+    if (header.size() < CustomOutputCodec::kFrameHeaderBytes) {
         m_canFrames.clear();
         return;
     }
     const int index = quint8(header.at(1));
-    m_canFrames.resize(count);
-    if (index < count)
+    if (m_canFrames.size() < m_canFrameCount)
+        m_canFrames.resize(m_canFrameCount);
+    if (index < m_canFrames.size())
         m_canFrames[index] = header;
-    for (int i = 0; i < m_canFrames.size(); ++i) {
-        if (m_canFrames.at(i).isEmpty()) {
-            QByteArray blank(kCanFrameBytes, '\0');
-            blank[1] = char(i);
-            m_canFrames[i] = blank;
-        }
-    }
 }
 
 QByteArray ParameterStore::frameValue(quint8 readCode, int index) const
 {
+    if (index < 0 || index >= kMaxCanFrames)
+        return QByteArray();
     const QVector<QByteArray> stored = m_frameValues.value(readCode);
-    if (index >= 0 && index < stored.size() && !stored.at(index).isEmpty())
+    if (index < stored.size() && !stored.at(index).isEmpty())
         return stored.at(index);
-    // Factory mapping of a frame: every data byte in use, all linear,
-    // channels in order.
+    using namespace CustomOutputCodec;
+    const CanFrameRecord f = factoryFrame(index);
     switch (readCode) {
     case Code::ReadFrameMasks:
-        return bytes({ 8, 0xFF, 0x00 });
-    case Code::ReadFrameBits:
-        return QByteArray(64, '\0');
-    case Code::ReadFrameBytes: {
-        QByteArray triples;
-        for (int i = 0; i < 8; ++i)
-            triples += bytes({ i, i, 0 });
-        return triples;
-    }
-    case Code::ReadFrameChannels: {
-        // Answered with 9 bytes: the frame index and one channel per data byte.
-        QByteArray channels = bytes({ index });
-        for (int i = 0; i < 8; ++i)
-            channels.append(char(i));
-        return channels;
-    }
+        return frameMasksPayload(f, index);
+    case Code::ReadFrameBitChannels:
+        return frameBitChannelsPayload(f, index);
+    case Code::ReadFrameBitValues:
+        return frameBitValuesPayload(f, index);
+    case Code::ReadFrameByteChannels:
+        return frameByteChannelsPayload(f, index);
     default:
         return QByteArray();
     }

@@ -19,7 +19,6 @@ public:
     static constexpr int kSbusTuningBytes = 85;
     static constexpr int kSbusNoneBytes = 17;
     static constexpr int kHoldPortBytes = 8;
-    static constexpr int kCanFrameBytes = 11;
     static constexpr int kMaxCanFrames = 10;
 
     explicit ParameterStore(const ModelSpec &layout);
@@ -40,12 +39,13 @@ public:
     QByteArray channelHold() const { return m_hold[0] + m_hold[1]; }
     void setChannelHoldBlock(const QByteArray &block);
 
-    // CAN frames of the output module: header records of 11 bytes (frame
+    // CAN frames of the output module: the header payload of each frame (frame
     // count, index, identifiers, types, data length) and, per frame, the
-    // mapping payloads keyed by their read code.
+    // mapping payloads keyed by their read code; layouts in CustomOutputCodec.h.
     int canFrameCount() const { return m_canFrameCount; }
-    QByteArray canFrame(int index) const;
+    QByteArray canFrame(int index) const; // empty past the frames in use
     void setCanFrame(const QByteArray &header); // 11 bytes, or the single byte 0 for "no frames"
+    // Stored, or the factory mapping of that frame; empty for an index of 10 or more.
     QByteArray frameValue(quint8 readCode, int index) const;
     void setFrameValue(quint8 readCode, int index, const QByteArray &payload);
 

@@ -1,6 +1,7 @@
 #include "UnitModel.h"
 
 #include "Command.h"
+#include "CustomOutputCodec.h"
 #include "GroupCodes.h"
 #include "SerialFrame.h"
 
@@ -50,19 +51,23 @@ const SimpleGroup kSimpleGroups[] = {
     { ReadOutputModule, WriteOutputModule, 1 },
     { Code::ReadEnableFlags, Code::WriteEnableFlags, 1 },
     { Code::ReadCanFrequency, Code::WriteCanFrequency, 1 },
-    { Code::ReadStreamHeader, Code::WriteStreamHeader, -1 },
-    { Code::ReadStreamTable, Code::WriteStreamTable, -1 },
-    { Code::ReadClosingByte, Code::WriteClosingByte, 1 },
+    { Code::ReadStreamHeader, Code::WriteStreamHeader, CustomOutputCodec::kStreamHeadBytes },
+    { Code::ReadStreamTable, Code::WriteStreamTable, CustomOutputCodec::kStreamTableBytes },
+    { Code::ReadCanBaud, Code::WriteCanBaud, 1 },
 };
 
-// Per CAN frame: read with the frame index, written once per frame.
+// Per CAN frame: read with the frame index, written with it in byte 0.
 struct FrameGroup {
     quint8 read;
     quint8 write;
+    int length;
 };
-const FrameGroup kFrameGroups[] = { { Code::ReadFrameMasks, Code::WriteFrameMasks },
-    { Code::ReadFrameBits, Code::WriteFrameBits }, { Code::ReadFrameBytes, Code::WriteFrameBytes },
-    { Code::ReadFrameChannels, Code::WriteFrameChannels } };
+const FrameGroup kFrameGroups[] = {
+    { Code::ReadFrameMasks, Code::WriteFrameMasks, CustomOutputCodec::kFrameMasksBytes },
+    { Code::ReadFrameBitChannels, Code::WriteFrameBitChannels, CustomOutputCodec::kFrameBitsBytes },
+    { Code::ReadFrameBitValues, Code::WriteFrameBitValues, CustomOutputCodec::kFrameBitsBytes },
+    { Code::ReadFrameByteChannels, Code::WriteFrameByteChannels, CustomOutputCodec::kFrameChannelsBytes },
+};
 
 QByteArray status(quint8 s)
 {
@@ -114,6 +119,8 @@ QVector<QByteArray> UnitModel::handle(
 
     if (m_config.refused.contains(code))
         return answer(status(StatusFailed));
+    if (code == ReadOutputModule)
+        m_outputWatched = true;
 
     switch (code) {
     case ModuleKind:
@@ -145,7 +152,6 @@ QVector<QByteArray> UnitModel::handle(
         return answer(status(StatusOk));
     case FactoryReset:
         m_store.restoreFactory();
-        m_frameWrites.clear();
         return answer(status(StatusOk));
     case ReadBattery:
         if (payload.isEmpty())
@@ -271,8 +277,6 @@ bool UnitModel::handleSimpleGroup(
             *problem = QStringLiteral("byte 0 must be 0");
             return true;
         }
-        if (g.read == ReadOutputModule)
-            m_frameWrites.clear(); // a custom output write starts here
         m_store.setValue(g.read, payload);
         *answer = status(StatusOk);
         return true;
@@ -297,8 +301,8 @@ bool UnitModel::handleCustomOutput(
     }
     if (code == Code::WriteCanFrame) {
         const bool noFrames = payload.size() == 1 && payload.at(0) == 0;
-        if (!noFrames && payload.size() != ParameterStore::kCanFrameBytes) {
-            *problem = lengthProblem(ParameterStore::kCanFrameBytes, payload.size());
+        if (!noFrames && payload.size() != CustomOutputCodec::kFrameHeaderBytes) {
+            *problem = lengthProblem(CustomOutputCodec::kFrameHeaderBytes, payload.size());
             return true;
         }
         if (quint8(payload.at(0)) > ParameterStore::kMaxCanFrames
@@ -313,30 +317,25 @@ bool UnitModel::handleCustomOutput(
         return true;
     }
     for (const FrameGroup &g : kFrameGroups) {
+        if (code != g.read && code != g.write)
+            continue;
+        const int expected = code == g.read ? 1 : g.length;
+        if (payload.size() != expected) {
+            *problem = lengthProblem(expected, payload.size());
+            return true;
+        }
+        const int index = quint8(payload.at(0));
+        if (index >= ParameterStore::kMaxCanFrames) {
+            *problem = QStringLiteral("frame %1 does not exist").arg(index);
+            return true;
+        }
         if (code == g.read) {
-            if (payload.isEmpty()) {
-                *problem = QStringLiteral("needs the frame index");
-                return true;
-            }
-            const int index = quint8(payload.at(0));
-            if (index >= ParameterStore::kMaxCanFrames) {
-                *problem = QStringLiteral("frame %1 does not exist").arg(index);
-                return true;
-            }
             *answer = m_store.frameValue(g.read, index);
-            return true;
-        }
-        if (code == g.write) {
-            if (payload.isEmpty() || payload.size() > kMaxPayload) {
-                *problem = lengthProblem(1, payload.size());
-                return true;
-            }
-            int &count = m_frameWrites[g.write];
-            m_store.setFrameValue(g.read, qMin(count, ParameterStore::kMaxCanFrames - 1), payload);
-            ++count;
+        } else {
+            m_store.setFrameValue(g.read, index, payload);
             *answer = status(StatusOk);
-            return true;
         }
+        return true;
     }
     return false;
 }
@@ -386,15 +385,38 @@ QVector<QByteArray> UnitModel::searchAnswers() const
     return answers;
 }
 
+bool UnitModel::reportsCanFrames() const
+{
+    const QByteArray mode = m_store.value(ReadOutputModule);
+    const QByteArray enables = m_store.value(Code::ReadEnableFlags);
+    const bool sbusMode = mode.size() == 1 && quint8(mode.at(0)) == CustomOutputCodec::kModeSbus;
+    const bool canOn = enables.size() == 1 && (quint8(enables.at(0)) & 0x10);
+    return m_config.moduleKind == 2 && m_outputWatched && !sbusMode && canOn && m_store.canFrameCount() > 0;
+}
+
+QByteArray UnitModel::canReportFrame(qint64 nowMs) const
+{
+    return SerialFrame::encode(CanData, canData(nowMs));
+}
+
 QByteArray UnitModel::canData(qint64 nowMs) const
 {
     // A frame seen on the CAN bus: standard identifier, extended identifier,
-    // IDE, RTR, data length, data (the first SBUS 1 channels as bytes).
+    // IDE, RTR, data length, data (the first SBUS 1 channels as bytes). The
+    // unit's own frames take turns; without any, a fixed data frame 0x123.
     QByteArray out(9, '\0');
     putWord(out, 0, 0x0123);
     out[8] = char(8);
+    const int count = m_store.canFrameCount();
+    if (count > 0) {
+        const QByteArray header = m_store.canFrame(int(qMax<qint64>(0, nowMs) / kCanReportMs % count));
+        out = header.mid(2, 6);
+        out.append(char(header.at(8) ? 1 : 0));
+        out.append(char(header.at(9) ? 1 : 0));
+        out.append(char(qMin(8, int(quint8(header.at(10))))));
+    }
     const QVector<quint16> sbus = sbusOutputs(0, m_motion.controls(nowMs));
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < quint8(out.at(8)); ++i)
         out.append(char(sbus.at(i) * 255 / 1200));
     return out;
 }

@@ -44,6 +44,13 @@ public:
     QByteArray reportPayload(qint64 nowMs) const;
     QByteArray reportFrame(qint64 nowMs) const;
 
+    // With the output module, once the configurator has read its group and
+    // while CAN output is on, the unit hands back the CAN frames it sends
+    // (answer 0x26), one every kCanReportMs, its frames taking turns.
+    static constexpr int kCanReportMs = 1000;
+    bool reportsCanFrames() const;
+    QByteArray canReportFrame(qint64 nowMs) const;
+
     const ModelSpec &layout() const { return m_spec; }
     const ParameterStore &store() const { return m_store; }
 
@@ -65,9 +72,7 @@ private:
     quint8 m_uploadMode = 2;
     int m_rateHz = kDefaultRateHz;
     bool m_calibrating = false;
-    // Per-frame writes arrive once per CAN frame in frame order; each code
-    // counts its writes since the output-module write that opens the group.
-    QHash<quint8, int> m_frameWrites;
+    bool m_outputWatched = false;
 };
 
 QString hexCode(quint8 code);

@@ -26,6 +26,12 @@ VirtualUnit::VirtualUnit(const VunitOptions &options, QObject *parent)
     m_reportTimer->setTimerType(Qt::PreciseTimer);
     connect(m_reportTimer, &QTimer::timeout, this, &VirtualUnit::onReportTick);
 
+    m_canTimer = new QTimer(this);
+    connect(m_canTimer, &QTimer::timeout, this, [this]() {
+        if (m_unit.reportsCanFrames())
+            send(m_unit.canReportFrame(now()), 0);
+    });
+
     m_pumpTimer = new QTimer(this);
     m_pumpTimer->setSingleShot(true);
     m_pumpTimer->setTimerType(Qt::PreciseTimer);
@@ -56,6 +62,7 @@ QString VirtualUnit::slavePath() const
 void VirtualUnit::stop()
 {
     m_reportTimer->stop();
+    m_canTimer->stop();
     m_pumpTimer->stop();
     m_port->removeLink();
     m_port->hangUp();
@@ -105,6 +112,12 @@ void VirtualUnit::updateUpload()
             m_reportTimer->start(interval);
     } else {
         m_reportTimer->stop();
+    }
+    if (m_unit.reportsCanFrames() && m_port->isConnected()) {
+        if (!m_canTimer->isActive())
+            m_canTimer->start(UnitModel::kCanReportMs);
+    } else {
+        m_canTimer->stop();
     }
 }
 

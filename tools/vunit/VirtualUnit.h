@@ -49,6 +49,7 @@ private:
     Vunit::OutputQueue m_queue;
     PtyPort *m_port = nullptr;
     QTimer *m_reportTimer = nullptr;
+    QTimer *m_canTimer = nullptr;
     QTimer *m_pumpTimer = nullptr;
     QElapsedTimer m_clock;
     qint64 m_zero = 0;
