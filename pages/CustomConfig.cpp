@@ -9,6 +9,7 @@
 #include "PageHost.h"
 #include "PyxModuleFile.h"
 #include "SectionColumn.h"
+#include "SectionWidgets.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -51,10 +52,7 @@ QComboBox *combo(const char *name, const QStringList &items, QWidget *parent)
 
 MCheckBox *enableSwitch(const char *name, const QString &text, QWidget *parent)
 {
-    auto *toggle = new MCheckBox(parent);
-    toggle->setObjectName(QLatin1String(name));
-    toggle->setM_text(text);
-    toggle->setM_checkEnable(true);
+    MCheckBox *toggle = SectionWidgets::checkItem(parent, QLatin1String(name), text);
     toggle->setMinimumWidth(toggle->sizeHint().width() + 8);
     return toggle;
 }
@@ -109,17 +107,14 @@ CustomConfig::CustomConfig(QWidget *parent)
 
 QWidget *CustomConfig::buildOutputSection()
 {
-    auto *body = new QWidget(this);
+    QWidget *body = SectionWidgets::panel(QStringLiteral("outputBody"));
+    body->setParent(this);
     auto *layout = new QVBoxLayout(body);
-    layout->setContentsMargins(0, 4, 0, 4);
+    layout->setContentsMargins(14, 10, 14, 10);
     QList<QWidget *> items { new QLabel(tr("输出模式 : "), body) };
     const QString texts[] = { QStringLiteral("SBUS"), QStringLiteral("TTL"), QStringLiteral("RS232") };
     for (int k = 0; k < 3; ++k) {
-        auto *toggle = new MCheckBox(body);
-        toggle->setObjectName(QStringLiteral("canOutputMode_%1").arg(k));
-        toggle->setM_text(texts[k]);
-        toggle->setM_radio(true);
-        toggle->setM_checkEnable(true);
+        MCheckBox *toggle = SectionWidgets::radioItem(body, QStringLiteral("canOutputMode_%1").arg(k), texts[k]);
         toggle->setMinimumWidth(toggle->sizeHint().width() + 16);
         connect(toggle, &MCheckBox::checkedChange, this, &CustomConfig::slot_canModeCheckedChange);
         m_modes[size_t(k)] = toggle;
@@ -140,9 +135,10 @@ QWidget *CustomConfig::buildOutputSection()
 
 QWidget *CustomConfig::buildCanSection()
 {
-    auto *body = new QWidget(this);
+    QWidget *body = SectionWidgets::panel(QStringLiteral("canBody"));
+    body->setParent(this);
     auto *grid = new QGridLayout(body);
-    grid->setContentsMargins(0, 4, 0, 4);
+    grid->setContentsMargins(14, 10, 14, 10);
     grid->setHorizontalSpacing(16);
 
     m_canEnable = enableSwitch("canEnable", tr("使能"), body);
@@ -176,9 +172,10 @@ QWidget *CustomConfig::buildCanSection()
 
 QWidget *CustomConfig::buildTtlSection()
 {
-    auto *body = new QWidget(this);
+    QWidget *body = SectionWidgets::panel(QStringLiteral("ttlBody"));
+    body->setParent(this);
     auto *grid = new QGridLayout(body);
-    grid->setContentsMargins(0, 4, 0, 4);
+    grid->setContentsMargins(14, 10, 14, 10);
     grid->setHorizontalSpacing(16);
 
     m_ttlEnable = enableSwitch("ttlEnable", tr("使能"), body);

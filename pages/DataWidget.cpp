@@ -53,6 +53,9 @@ DataWidget::DataWidget(CanFrame *editor)
     , m_editor(editor)
 {
     setObjectName(QStringLiteral("DataWidget"));
+    // Dark, as the setting pages' panels: the drawn toggles' white captions read well on it.
+    setStyleSheet(QStringLiteral("QDialog#DataWidget { background-color: rgb(70, 70, 70); }"
+                                 " QGroupBox, QLabel, QCheckBox { color: rgb(235, 235, 235); }"));
     auto *layout = new QVBoxLayout(this);
     auto *body = new QHBoxLayout;
     body->setSpacing(16);
