@@ -57,6 +57,7 @@ MainWindow::MainWindow(QWidget *parent)
     connect(m_link, &SerialLink::readyRead, this, &MainWindow::slot_readyRead);
     m_link->openFromFile(AppPaths::file(QStringLiteral("/config/port.xml")), this);
 
+    setMinimumSize(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
     placeWindow();
 
     // The unit needs a moment after the port opens before it answers.

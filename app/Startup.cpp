@@ -32,18 +32,31 @@ void traceStartup(const QElapsedTimer &sinceMain, qint64 waitsMs)
 }
 } // namespace
 
+void prepareProcessEnvironment()
+{
+    if (qEnvironmentVariableIsEmpty("QT_XCB_GL_INTEGRATION"))
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+}
+
 int runQuillmark(int argc, char **argv)
 {
     QElapsedTimer sinceMain;
     sinceMain.start();
+    prepareProcessEnvironment();
 
-    RunGuard guard(QString::fromLatin1(kProductName) + QStringLiteral("RunGuardKey"));
+    RunGuard guard(StartupRules::guardKey(qEnvironmentVariable("QUILLMARK_INSTANCE")));
     if (!guard.tryToRun()) {
         QApplication app(argc, argv);
-        Messages::critical(nullptr, QStringLiteral("Error"),
-                           QStringLiteral("A second instance of %1 is already running. Please close the other "
-                                          "instance and try again.")
-                               .arg(QLatin1String(kProductName)));
+        const QString text
+            = QStringLiteral("A second instance of %1 is already running. Please close the other "
+                             "instance and try again.")
+                  .arg(QLatin1String(kProductName));
+        // Without a screen nobody can close the box: say it and go.
+        if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+            qCritical("%s", qPrintable(text));
+            return -1;
+        }
+        Messages::critical(nullptr, QStringLiteral("Error"), text);
         return -1;
     }
 

@@ -4,3 +4,9 @@
 // main window and the event loop. Returns the exit code, -1 when another
 // instance is already running.
 int runQuillmark(int argc, char **argv);
+
+// What the process sets up before its QApplication: the program paints with
+// the raster engine alone, so Qt's X11 plugin is kept from loading the OpenGL
+// driver (with Mesa that is LLVM, some 50 MB of resident memory for nothing).
+// QT_XCB_GL_INTEGRATION set by the user wins.
+void prepareProcessEnvironment();

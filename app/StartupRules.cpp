@@ -2,6 +2,11 @@
 
 namespace StartupRules {
 
+QString guardKey(const QString &instanceName)
+{
+    return QStringLiteral("Quillmark") + QStringLiteral("RunGuardKey") + instanceName;
+}
+
 QString translationFile(const QString &localeName)
 {
     return localeName == QLatin1String("zh_CN") ? QStringLiteral("/translations/chinese.qm")

@@ -8,6 +8,16 @@ namespace StartupRules {
 
 constexpr int kWindowWidth = 1280;
 constexpr int kWindowHeight = 800;
+// The smallest window in which every model page and the hub still read:
+// switch labels apart, the calibration text clear of the channel
+// configuration button, channel bars wide enough to show their value.
+constexpr int kMinimumWidth = 1024;
+constexpr int kMinimumHeight = 600;
+
+// The key of the single-instance guard: "QuillmarkRunGuardKey", followed by
+// the instance name when one is given (QUILLMARK_INSTANCE), so that a test
+// run of the program does not meet the user's running window.
+QString guardKey(const QString &instanceName);
 
 // The translation to load, relative to the application directory: Chinese
 // for exactly zh_CN, English for every other locale (zh_TW and zh included).

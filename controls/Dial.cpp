@@ -63,9 +63,7 @@ void Dial::draw(QPainter &painter)
     painter.setRenderHint(QPainter::Antialiasing);
 
     const int rangeStart = m_direction == 0 ? 45 : -45;
-    const QString key = QStringLiteral("Dial/%1/%2").arg(rangeStart).arg(m_penColor.rgba());
-    ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
-        p.translate(r, r);
+    const auto still = [&](QPainter &p) {
         QPen pen(m_penColor, 1, Qt::DashLine);
         p.setPen(pen);
         p.setBrush(Qt::NoBrush);
@@ -79,20 +77,40 @@ void Dial::draw(QPainter &painter)
         p.setPen(pen);
         p.setBrush(m_penColor);
         p.drawArc(circle, rangeStart * 16, 180 * 16);
-    });
+    };
+    const auto pointer = [&](QPainter &p) {
+        // Qt counts angles counter-clockwise from three o'clock; the pointer
+        // sits at 90° − position, so 0 is straight up.
+        QPen pen(m_penColor, 2, Qt::SolidLine);
+        p.setPen(pen);
+        p.setBrush(m_brush);
+        p.drawPie(circle, (82 - m_position) * 16, 16 * 16);
 
-    painter.translate(r, r);
-    QPen pen(m_penColor, 1, Qt::SolidLine);
+        pen.setColor(m_brush.color());
+        p.setPen(pen);
+        p.drawArc(circle, (45 - m_position) * 16, 90 * 16);
+    };
 
-    // Qt counts angles counter-clockwise from three o'clock; the pointer sits
-    // at 90° − position, so 0 is straight up.
-    pen.setWidth(2);
-    painter.setPen(pen);
-    painter.setBrush(m_brush);
-    painter.drawPie(circle, (82 - m_position) * 16, 16 * 16);
-
-    pen.setColor(m_brush.color());
-    painter.setPen(pen);
-    painter.drawArc(circle, (45 - m_position) * 16, 90 * 16);
+    if (m_brush.style() == Qt::SolidPattern) {
+        // A quarter turn has 91 pointer positions; each look is drawn once.
+        const QString key = QStringLiteral("Dial/%1/%2/%3/%4")
+                                .arg(rangeStart)
+                                .arg(m_penColor.rgba())
+                                .arg(m_brush.color().rgba())
+                                .arg(m_position);
+        ControlLayers::drawLook(painter, key, size(), [&](QPainter &p) {
+            p.translate(r, r);
+            still(p);
+            pointer(p);
+        });
+    } else {
+        const QString key = QStringLiteral("Dial/%1/%2").arg(rangeStart).arg(m_penColor.rgba());
+        ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
+            p.translate(r, r);
+            still(p);
+        });
+        painter.translate(r, r);
+        pointer(painter);
+    }
     painter.restore();
 }

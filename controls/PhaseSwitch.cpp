@@ -5,6 +5,12 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+namespace
+{
+// Room kept between a caption and the edges of its half.
+constexpr int CaptionAir = 2;
+} // namespace
+
 PhaseSwitch::PhaseSwitch(QWidget *parent)
     : QWidget(parent)
     , m_penColor(ControlColors::outlineGrey())
@@ -96,8 +102,22 @@ void PhaseSwitch::draw(QPainter &painter)
     painter.setPen(leftLit ? ControlColors::darkBlue() : ControlColors::accentBlue());
     painter.setBrush(leftLit ? ControlColors::accentBlue() : ControlColors::darkBlue());
     painter.drawRoundedRect(lit, 2, 2);
+    // A caption wider than its half (a long translation) is set smaller
+    // rather than cut at the frame.
+    const QString caption = leftLit ? m_positive : m_negative;
+    const int room = lit.width() - 2 * CaptionAir;
+    const int textWidth = painter.fontMetrics().horizontalAdvance(caption);
+    if (room > 0 && textWidth > room) {
+        QFont smaller = painter.font();
+        const qreal scale = qreal(room) / textWidth;
+        if (smaller.pointSizeF() > 0)
+            smaller.setPointSizeF(qMax(1.0, smaller.pointSizeF() * scale));
+        else
+            smaller.setPixelSize(qMax(1, int(smaller.pixelSize() * scale)));
+        painter.setFont(smaller);
+    }
     painter.setPen(Qt::white);
-    painter.drawText(lit, Qt::AlignCenter, leftLit ? m_positive : m_negative);
+    painter.drawText(lit, Qt::AlignCenter, caption);
     painter.restore();
 }
 

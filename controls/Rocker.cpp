@@ -5,6 +5,7 @@
 
 #include <QLineF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QtMath>
 
 namespace
@@ -95,17 +96,15 @@ void Rocker::draw(QPainter &painter)
     painter.setFont(font());
     painter.setRenderHint(QPainter::Antialiasing);
 
-    if (m_is_z_axis) {
-        painter.save();
-        painter.translate(r + R, r + R);
-        drawTwistScale(painter, R);
-        painter.restore();
-    }
-
-    // The gimbal's square, circle, axes and centre dot do not move.
-    const QString key = QStringLiteral("Rocker/%1/%2").arg(r).arg(m_guidePen.color().rgba());
-    ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
+    // The gimbal's square, circle, axes and centre dot do not move, nor do
+    // the twist scale's arc and ticks; the twist band is the only moving
+    // part beneath them.
+    const QString key
+        = QStringLiteral("Rocker/%1/%2/%3").arg(r).arg(m_guidePen.color().rgba()).arg(int(m_is_z_axis));
+    const ControlLayers::Paint still = [&](QPainter &p) {
         p.translate(r + R, r + R);
+        if (m_is_z_axis)
+            drawTwistScale(p, R);
         QPen guide = m_guidePen;
         p.setPen(guide);
         p.setBrush(m_guideBrush);
@@ -125,7 +124,28 @@ void Rocker::draw(QPainter &painter)
         p.setPen(Qt::NoPen);
         p.setBrush(m_guidePen.color());
         p.drawEllipse(QPoint(0, 0), r, r);
-    });
+    };
+    const QPoint centre(r + R, r + R);
+    if (!m_is_z_axis) {
+        ControlLayers::drawCached(painter, key, size(), still);
+    } else if (ControlLayers::hasBackdrop(painter)) {
+        // Backdrop and layer in one copy, then the band's corner of it
+        // again as backdrop, band, layer.
+        ControlLayers::drawCached(painter, key, size(), still);
+        const QRect band = twistBandBounds(R).translated(centre);
+        ControlLayers::drawUnder(painter, band);
+        painter.save();
+        painter.translate(centre);
+        drawTwistBand(painter, R);
+        painter.restore();
+        ControlLayers::drawOver(painter, band, key, size(), still);
+    } else {
+        painter.save();
+        painter.translate(centre);
+        drawTwistBand(painter, R);
+        painter.restore();
+        ControlLayers::drawCached(painter, key, size(), still);
+    }
 
     painter.translate(r + R, r + R);
     // Screen y grows downward, the stick's y grows upward.
@@ -136,7 +156,18 @@ void Rocker::draw(QPainter &painter)
     painter.restore();
 }
 
-void Rocker::drawTwistScale(QPainter &painter, int R)
+// Where the band can reach: the pie from the top through ±45° of twist,
+// with room for its antialiased edge.
+QRect Rocker::twistBandBounds(int R) const
+{
+    QPainterPath pie;
+    pie.moveTo(0, 0);
+    pie.arcTo(QRectF(-R, -R, 2 * R, 2 * R), 90, -TwistSpanDegrees * m_z_axis_per);
+    pie.closeSubpath();
+    return pie.boundingRect().toAlignedRect().adjusted(-2, -2, 2, 2);
+}
+
+void Rocker::drawTwistBand(QPainter &painter, int R)
 {
     const int r = m_radius;
     const QRect square(-R, -R, 2 * R, 2 * R);
@@ -150,6 +181,13 @@ void Rocker::drawTwistScale(QPainter &painter, int R)
     painter.setPen(ControlColors::darkGrey());
     painter.setBrush(ControlColors::darkGrey());
     painter.drawPie(inner, 90 * 16, span);
+}
+
+void Rocker::drawTwistScale(QPainter &painter, int R)
+{
+    const int r = m_radius;
+    const QRect square(-R, -R, 2 * R, 2 * R);
+    const QRect inner = square.adjusted(2 * r, 2 * r, -2 * r, -2 * r);
 
     QPen solid = m_guidePen;
     solid.setStyle(Qt::SolidLine);

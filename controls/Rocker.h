@@ -42,6 +42,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QRect twistBandBounds(int r) const;
+    void drawTwistBand(QPainter &painter, int r);
     void drawTwistScale(QPainter &painter, int r);
 
     int m_radius = 8;

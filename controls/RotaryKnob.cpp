@@ -69,28 +69,39 @@ void RotaryKnob::draw(QPainter &painter)
     painter.setFont(font());
     painter.setRenderHint(QPainter::Antialiasing);
 
-    // Rim, scale arc and index line do not move.
-    ControlLayers::drawCached(
-        painter, QStringLiteral("RotaryKnob/%1").arg(m_penColor.rgba()), size(), [&](QPainter &p) {
-            p.translate(r, r);
-            QPen pen(m_penColor);
-            p.setPen(pen);
-            p.setBrush(Qt::NoBrush);
-            p.drawEllipse(circle);
-            pen.setWidth(5);
-            p.setPen(pen);
-            p.drawArc(circle, -45 * 16, 270 * 16);
-            pen.setWidth(3);
-            p.setPen(pen);
-            p.drawLine(0, -r, 0, -r + 10);
-        });
+    // Rim, scale arc, index line and (with a plain brush) the hub do not move.
+    const bool solidHub = m_pointerBrush.style() == Qt::SolidPattern;
+    const QString key = QStringLiteral("RotaryKnob/%1/%2")
+                            .arg(m_penColor.rgba())
+                            .arg(solidHub ? m_pointerBrush.color().rgba() : 0u);
+    const auto drawHub = [this](QPainter &p) {
+        QPen pen(m_penColor);
+        pen.setWidth(1);
+        p.setPen(pen);
+        p.setBrush(m_pointerBrush);
+        p.drawEllipse(QRectF(-5, -5, 10, 10));
+    };
+    ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
+        p.translate(r, r);
+        QPen pen(m_penColor);
+        p.setPen(pen);
+        p.setBrush(Qt::NoBrush);
+        p.drawEllipse(circle);
+        pen.setWidth(5);
+        p.setPen(pen);
+        p.drawArc(circle, -45 * 16, 270 * 16);
+        pen.setWidth(3);
+        p.setPen(pen);
+        p.drawLine(0, -r, 0, -r + 10);
+        if (solidHub)
+            drawHub(p);
+    });
 
     painter.translate(r, r);
-    QPen pen(m_penColor);
-    pen.setWidth(1);
-    painter.setPen(pen);
+    if (!solidHub)
+        drawHub(painter);
+    painter.setPen(QPen(m_penColor, 1));
     painter.setBrush(m_pointerBrush);
-    painter.drawEllipse(QRectF(-5, -5, 10, 10));
 
     // The tip starts at the lower left and turns counter-clockwise through
     // the bottom; it does not follow the scale arc above, and is kept so.

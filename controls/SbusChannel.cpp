@@ -3,10 +3,13 @@
 #include "ControlColors.h"
 #include "ControlLayers.h"
 
-#include <QHash>
 #include <QPainter>
 #include <QPolygon>
 #include <QStaticText>
+#include <QStringBuilder>
+#include <QtMath>
+
+#include <map>
 
 namespace
 {
@@ -14,28 +17,61 @@ constexpr int ValueLimit = 150;
 // Room at the right of a horizontal bar for the value text.
 constexpr int TextRoom = 62;
 constexpr int TextWidth = 55;
-constexpr int CaptionCacheLimit = 4096;
+// Room left of a value text's origin in its pixmap, for glyphs that reach
+// left of it.
+constexpr int CaptionMargin = 2;
+constexpr int ValueCount = 2 * ValueLimit + 1;
+} // namespace
 
-// The value captions, shaped once per font and value: a model page repaints
-// 32 bars with every live report, and laying out their text was the larger
-// part of the cost.
-const QStaticText &valueCaption(const QFont &font, int value)
+// The value texts, each laid out and drawn once per font, colour and
+// position within a pixel: a model page repaints 32 bars with every live
+// report, and shaping and drawing their texts anew was a good part of it.
+struct SbusCaptionSet {
+    QVector<QPixmap> byValue = QVector<QPixmap>(ValueCount);
+};
+
+namespace
 {
-    static QHash<QString, QStaticText> captions;
-    const QString text = QStringLiteral("%1").arg(value);
-    const QString key = font.key() + QLatin1Char('|') + text;
-    auto it = captions.find(key);
-    if (it == captions.end()) {
-        if (captions.size() >= CaptionCacheLimit)
-            captions.clear();
-        QStaticText caption(text);
-        caption.setTextFormat(Qt::PlainText);
-        caption.prepare(QTransform(), font);
-        it = captions.insert(key, caption);
-    }
-    return it.value();
+
+SbusCaptionSet &captionSet(const QFont &font, const QColor &colour, qreal shift, qreal ratio)
+{
+    // A std::map keeps its elements in place; the bars hold on to theirs.
+    static std::map<QString, SbusCaptionSet> sets;
+    const QString key = font.key() % QLatin1Char('|') % QString::number(colour.rgba()) % QLatin1Char('|')
+        % QString::number(qRound(shift * 64)) % QLatin1Char('@') % QString::number(qRound(ratio * 100));
+    return sets[key];
 }
 } // namespace
+
+const QPixmap &SbusChannel::valueCaption(const QPainter &painter, int value, qreal shift)
+{
+    const qreal ratio = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    if (!m_caption.set || m_caption.colour != m_penColor || m_caption.shift != shift
+        || m_caption.ratio != ratio || m_caption.setFont != painter.font()) {
+        m_caption.set = &captionSet(painter.font(), m_penColor, shift, ratio);
+        m_caption.colour = m_penColor;
+        m_caption.shift = shift;
+        m_caption.ratio = ratio;
+        m_caption.setFont = painter.font();
+    }
+    QPixmap &pixmap = m_caption.set->byValue[value + ValueLimit];
+    if (pixmap.isNull()) {
+        QStaticText text(QStringLiteral("%1").arg(value));
+        text.setTextFormat(Qt::PlainText);
+        text.prepare(QTransform(), painter.font());
+        const QSizeF size = text.size();
+        pixmap = QPixmap(
+            QSize(qCeil(size.width()) + 2 * CaptionMargin, qCeil(size.height() + shift) + 1) * ratio);
+        pixmap.setDevicePixelRatio(ratio);
+        pixmap.fill(Qt::transparent);
+        QPainter p(&pixmap);
+        p.setRenderHints(painter.renderHints());
+        p.setFont(painter.font());
+        p.setPen(m_penColor);
+        p.drawStaticText(QPointF(CaptionMargin, shift), text);
+    }
+    return pixmap;
+}
 
 SbusChannel::SbusChannel(QWidget *parent)
     : QWidget(parent)
@@ -129,10 +165,13 @@ void SbusChannel::drawHorizontal(QPainter &painter)
         });
 
     // Left aligned and vertically centred in (W - 55, m, 55, H - 2m).
-    painter.setPen(m_penColor);
-    const QStaticText &caption = valueCaption(painter.font(), m_val);
-    const qreal top = m + (h - 2 * m - QFontMetricsF(painter.font()).height()) / 2.0;
-    painter.drawStaticText(QPointF(w - TextWidth, top), caption);
+    if (m_caption.lineHeight <= 0 || m_caption.font != painter.font()) {
+        m_caption.font = painter.font();
+        m_caption.lineHeight = QFontMetricsF(painter.font()).height();
+    }
+    const qreal top = m + (h - 2 * m - m_caption.lineHeight) / 2.0;
+    const QPixmap &caption = valueCaption(painter, m_val, top - qFloor(top));
+    painter.drawPixmap(w - TextWidth - CaptionMargin, qFloor(top), caption);
 
     const int centre = 1 + half;
     if (m_val >= 1)

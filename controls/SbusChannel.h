@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QWidget>
 
 class QPainter;
+struct SbusCaptionSet;
 
 // One SBUS output channel as a bar on the −150..150 scale, filled from the
 // centre towards the value, with an optional hold marker underneath.
@@ -39,10 +41,23 @@ protected:
 private:
     void drawHorizontal(QPainter &painter);
     void drawVertical(QPainter &painter);
+    const QPixmap &valueCaption(const QPainter &painter, int value, qreal shift);
 
     QColor m_penColor;
     int m_val = 0;
     int m_hold = 0;
     int m_index = 0;
     bool m_throttleEnable = false;
+
+    // The value texts this bar draws with, found again only when the font,
+    // the colour or the text's position within a pixel changes.
+    struct Caption {
+        QFont font;
+        qreal lineHeight = 0;
+        SbusCaptionSet *set = nullptr;
+        QFont setFont;
+        QColor colour;
+        qreal shift = -1;
+        qreal ratio = 0;
+    } m_caption;
 };

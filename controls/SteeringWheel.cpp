@@ -1,6 +1,7 @@
 #include "SteeringWheel.h"
 
 #include "ControlColors.h"
+#include "ControlLayers.h"
 
 #include <QPainter>
 
@@ -40,13 +41,26 @@ void SteeringWheel::paintEvent(QPaintEvent *)
 
 void SteeringWheel::draw(QPainter &painter)
 {
-    const QRect area = rect().adjusted(5, 5, -5, -5);
-    const QColor lit = ControlColors::accentBlue();
-    const QColor dark(Qt::gray);
-
     painter.save();
     painter.setFont(font());
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    // Five flags give at most 32 looks; each is drawn once and kept.
+    const int flags
+        = int(m_up) | int(m_left) << 1 | int(m_down) << 2 | int(m_right) << 3 | int(m_centre) << 4;
+    const QString key = QStringLiteral("SteeringWheel/%1/%2/%3/%4")
+                            .arg(flags)
+                            .arg(int(m_state != 0))
+                            .arg(m_penColor.rgba())
+                            .arg(font().key());
+    ControlLayers::drawCached(painter, key, size(), [this](QPainter &p) { drawLook(p); });
+    painter.restore();
+}
+
+void SteeringWheel::drawLook(QPainter &painter)
+{
+    const QRect area = rect().adjusted(5, 5, -5, -5);
+    const QColor lit = ControlColors::accentBlue();
+    const QColor dark(Qt::gray);
 
     // Quarter sectors centred on the four directions: up, left, down, right.
     const bool flags[] = { m_up, m_left, m_down, m_right };
@@ -82,5 +96,4 @@ void SteeringWheel::draw(QPainter &painter)
     painter.drawText(QRect(area.x(), area.bottom() + 1 - fifthH, area.width(), fifthH), Qt::AlignCenter,
         QStringLiteral("D"));
     painter.drawText(disc, Qt::AlignCenter, QStringLiteral("O"));
-    painter.restore();
 }

@@ -34,6 +34,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void drawLook(QPainter &painter);
+
     QColor m_penColor;
     int m_state;
 };

@@ -76,7 +76,9 @@ void Switch::draw(QPainter &painter)
         lever = QRect(a * m_index + 1, 1, a - 2, h - 2).adjusted(1, inset + 1, -1, -(inset + 1));
     }
 
-    const QString key = QStringLiteral("Switch/%1/%2").arg(int(m_direction)).arg(m_pen.color().rgba());
+    // Three lever positions, three looks: each is drawn once and kept.
+    const QString key
+        = QStringLiteral("Switch/%1/%2/%3").arg(int(m_direction)).arg(m_pen.color().rgba()).arg(m_index);
     ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
         p.setPen(m_pen);
         p.setBrush(Qt::NoBrush);
@@ -86,10 +88,10 @@ void Switch::draw(QPainter &painter)
         p.setPen(dashed);
         p.drawLine(first);
         p.drawLine(second);
-    });
 
-    painter.setPen(QPen(Qt::white, 1));
-    painter.setBrush(ControlColors::accentBlue());
-    painter.drawRect(lever);
+        p.setPen(QPen(Qt::white, 1));
+        p.setBrush(ControlColors::accentBlue());
+        p.drawRect(lever);
+    });
     painter.restore();
 }

@@ -50,6 +50,13 @@ HelpWidget::HelpWidget(QWidget *parent, const QString &localeName)
         m_helpFiles << AppPaths::file(QString::fromUtf8(topic.file) + (chinese ? ".ini" : "_english.ini"));
     if (!chinese)
         ui->treeWidget->setFont(QFont(QStringLiteral("Cambria"), 12));
+    // The topic list is as wide as its longest item ("Comprehensive Setting"
+    // in the larger English font), so that no topic is cut.
+    QTreeWidget *tree = ui->treeWidget;
+    tree->resizeColumnToContents(0);
+    const int needed = tree->columnWidth(0) + 2 * tree->frameWidth();
+    tree->setMinimumWidth(needed);
+    tree->setMaximumWidth(qMax(tree->maximumWidth(), needed));
 
     connect(ui->treeWidget, &QTreeWidget::currentItemChanged, this, &HelpWidget::slot_currentItemChanged);
     ui->treeWidget->setCurrentItem(ui->treeWidget->topLevelItem(kStartTopic));

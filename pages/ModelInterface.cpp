@@ -2,6 +2,7 @@
 
 #include "AppPaths.h"
 #include "ControlColors.h"
+#include "ControlLayers.h"
 #include "CtlButton.h"
 #include "Dial.h"
 #include "ModelPages.h"
@@ -15,6 +16,7 @@
 
 #include <QCloseEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -39,6 +41,22 @@ QRect centredSquare(const QRect &r)
 }
 } // namespace
 
+// What the layout and the page's pixmap were made for.
+struct ModelInterface::LayoutKey {
+    QSize size;
+    qreal ratio = 0;
+    QFont font;
+    bool calibrating = false;
+    QString calibrationText;
+    QSize listenSize; // the channel configuration button's own size, text and style
+
+    bool operator==(const LayoutKey &o) const
+    {
+        return size == o.size && ratio == o.ratio && font == o.font && calibrating == o.calibrating
+            && calibrationText == o.calibrationText && listenSize == o.listenSize;
+    }
+};
+
 // The widgets of one page part, in the order of the model's parts.
 struct ModelInterface::Controls {
     std::array<std::array<SbusChannel *, kChannels>, 2> bars {};
@@ -47,8 +65,9 @@ struct ModelInterface::Controls {
     QVector<bool> stopLit;              // per part: the stop light is on
     QPixmap stopLight;
     QPixmap stopGray;
-    QPixmap body;                       // the unit's outline at the current size
+    QVector<QRect> stopPlaces; // per part: where a stop light is drawn
     QVector<QPixmap> pictures;          // per part: Picture parts
+    QPixmap backdrop; // the page's own drawing at its current size
 };
 
 ModelInterface::ModelInterface(const ModelSpec &layout, QWidget *parent)
@@ -56,6 +75,9 @@ ModelInterface::ModelInterface(const ModelSpec &layout, QWidget *parent)
     , m_spec(layout)
     , m_controls(new Controls)
 {
+    // The page covers itself entirely (see layOut): the window beneath it
+    // need not be painted first.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     // SBUS bars first, then the unit's controls.
     for (int port = 0; port < 2; ++port) {
         for (int ch = 0; ch < kChannels; ++ch) {
@@ -72,6 +94,7 @@ ModelInterface::ModelInterface(const ModelSpec &layout, QWidget *parent)
     m_controls->parts.fill(nullptr, count);
     m_controls->lamps.resize(count);
     m_controls->stopLit.fill(false, count);
+    m_controls->stopPlaces.resize(count);
     m_controls->pictures.resize(count);
     for (int i = 0; i < count; ++i) {
         const PartSpec &part = m_spec.parts.at(i);
@@ -213,12 +236,20 @@ void ModelInterface::applyReport(const ChannelReport &report)
         }
         case PartKind::Pad: {
             auto *pad = static_cast<SteeringWheel *>(widget);
-            pad->m_up = ReportScale::lamp(keys, part.firstBit);
-            pad->m_left = ReportScale::lamp(keys, part.firstBit + 1);
-            pad->m_down = ReportScale::lamp(keys, part.firstBit + 2);
-            pad->m_right = ReportScale::lamp(keys, part.firstBit + 3);
-            pad->m_centre = ReportScale::lamp(keys, part.firstBit + 4);
-            pad->update();
+            // The pad's flags are plain members: repaint only when one changes.
+            const bool flags[] = { ReportScale::lamp(keys, part.firstBit) == 1,
+                ReportScale::lamp(keys, part.firstBit + 1) == 1,
+                ReportScale::lamp(keys, part.firstBit + 2) == 1,
+                ReportScale::lamp(keys, part.firstBit + 3) == 1,
+                ReportScale::lamp(keys, part.firstBit + 4) == 1 };
+            bool *members[] = { &pad->m_up, &pad->m_left, &pad->m_down, &pad->m_right, &pad->m_centre };
+            bool changed = false;
+            for (int f = 0; f < 5; ++f) {
+                changed = changed || *members[f] != flags[f];
+                *members[f] = flags[f];
+            }
+            if (changed)
+                pad->update();
             break;
         }
         case PartKind::StopLight: {
@@ -228,7 +259,7 @@ void ModelInterface::applyReport(const ChannelReport &report)
                                             : ReportScale::lamp(keys, part.firstBit) == 1;
             if (lit != m_controls->stopLit.at(i)) {
                 m_controls->stopLit[i] = lit;
-                update();
+                update(m_controls->stopPlaces.at(i));
             }
             break;
         }
@@ -273,39 +304,55 @@ void ModelInterface::closeEvent(QCloseEvent *event)
 
 // ---------------------------------------------------------------- painting
 
-// The unit's outline changes only with the page size; drawing it anew at
-// every live report would cost more than all the instruments together.
-const QPixmap &ModelInterface::bodyPicture(const QSize &size)
+// What the page itself draws (background, captions, the unit's outline and
+// pictures) changes only with its size, its font, the calibration state and
+// the buttons' texts; the live report moves only the controls. So the page
+// lays out its controls and draws its own part into one opaque pixmap when
+// one of these changes, and a paint only copies the damaged rectangles of
+// that pixmap. Each control gets the piece of the pixmap beneath it as its
+// background: it is opaque to Qt then, and a control that moves repaints
+// itself alone instead of the page (and the window) beneath it first.
+void ModelInterface::layOut()
 {
-    QPixmap &body = m_controls->body;
-    if (body.size() == size * devicePixelRatioF() && !body.isNull())
-        return body;
-    body = QPixmap(size * devicePixelRatioF());
-    body.setDevicePixelRatio(devicePixelRatioF());
-    body.fill(Qt::transparent);
-    const QRect area(QPoint(0, 0), size);
-    QPainterPath outline;
-    if (m_spec.body == BodyShape::GroundStation) {
-        outline.addRoundedRect(area.adjusted(1, 1, -1, -1), 18, 18);
-    } else {
-        outline.addRoundedRect(placeIn(area, { 0.0, 0.0, 1.0, 0.62 }).adjusted(1, 1, -1, 0), 30, 30);
-        outline.addEllipse(placeIn(area, { 0.0, 0.42, 0.5, 0.58 }).adjusted(1, 0, 0, -1));
-        outline.addEllipse(placeIn(area, { 0.5, 0.42, 0.5, 0.58 }).adjusted(0, 0, -1, -1));
-        outline.setFillRule(Qt::WindingFill);
+    const LayoutKey key { size(), devicePixelRatioF(), font(), m_calibrating, channelCalibration->text(),
+        channelListen->sizeHint() };
+    if (m_laidOut && *m_laidOut == key)
+        return;
+    m_laidOut.reset(new LayoutKey(key));
+
+    QPixmap &backdrop = m_controls->backdrop;
+    backdrop = QPixmap(size() * key.ratio);
+    backdrop.setDevicePixelRatio(key.ratio);
+    backdrop.fill(ControlColors::lightGrey()); // opaque: no alpha channel
+    {
+        QPainter painter(&backdrop);
+        drawPage(painter);
     }
-    QPainter painter(&body);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(ControlColors::outlineGrey(), 2));
-    painter.setBrush(ControlColors::darkGrey());
-    painter.drawPath(outline.simplified());
-    return body;
+
+    // Every control takes the piece of the page beneath it as its backdrop.
+    const auto giveBackdrop = [&backdrop, ratio = key.ratio](QWidget *control) {
+        const QRect g = control->geometry();
+        QPixmap piece = backdrop.copy(QRect(g.topLeft() * ratio, g.size() * ratio));
+        piece.setDevicePixelRatio(ratio);
+        ControlLayers::setBackdrop(control, piece);
+    };
+    for (const auto &column : m_controls->bars)
+        for (SbusChannel *bar : column)
+            giveBackdrop(bar);
+    for (QWidget *part : qAsConst(m_controls->parts))
+        if (part)
+            giveBackdrop(part);
+    for (const QVector<CtlButton *> &row : qAsConst(m_controls->lamps))
+        for (CtlButton *lamp : row)
+            giveBackdrop(lamp);
 }
 
-void ModelInterface::paintEvent(QPaintEvent *)
+// The page's own drawing; it also places the controls and the buttons.
+void ModelInterface::drawPage(QPainter &painter)
 {
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.setFont(font());
     const int w = width();
     const int h = height();
     painter.fillRect(rect(), ControlColors::lightGrey());
@@ -334,8 +381,11 @@ void ModelInterface::paintEvent(QPaintEvent *)
                          Qt::AlignLeft | Qt::AlignVCenter, m_spec.calibrationText);
         painter.setFont(font());
     }
-    const int listenWidth = qMax(w / 8, fm.horizontalAdvance(channelListen->text()) * 3 / 2);
-    channelListen->setGeometry(w - 5 - listenWidth, 10, listenWidth, line);
+    // As large as its style needs for its text, so that the text is not cut
+    // and leaves the calibration text room in a small window.
+    const QSize listenSize = channelListen->sizeHint();
+    const int listenWidth = qMax(w / 8, listenSize.width());
+    channelListen->setGeometry(w - 5 - listenWidth, 10, listenWidth, qMax(line, listenSize.height()));
 
     // Two columns of channel bars on the right.
     const int top = 10 + line + kMargin;
@@ -366,7 +416,7 @@ void ModelInterface::paintEvent(QPaintEvent *)
 
     // The unit itself, left of the channel columns.
     const QRect area(kMargin, top, qMax(0, firstColumn - 2 * kMargin), qMax(0, h - top - kMargin));
-    painter.drawPixmap(area.topLeft(), bodyPicture(area.size()));
+    drawBody(painter, area);
 
     painter.setPen(Qt::white);
     for (int i = 0; i < m_spec.parts.size(); ++i) {
@@ -407,12 +457,10 @@ void ModelInterface::paintEvent(QPaintEvent *)
                                        place.height());
             break;
         }
-        case PartKind::StopLight: {
-            const QPixmap &pixmap = m_controls->stopLit.at(i) ? m_controls->stopLight : m_controls->stopGray;
-            if (!pixmap.isNull())
-                painter.drawPixmap(centredSquare(place), pixmap);
+        case PartKind::StopLight:
+            // Lit or not with the live report: drawn over the pixmap at each paint.
+            m_controls->stopPlaces[i] = centredSquare(place);
             break;
-        }
         case PartKind::Picture: {
             const QPixmap &pixmap = m_controls->pictures.at(i);
             if (!pixmap.isNull())
@@ -420,6 +468,43 @@ void ModelInterface::paintEvent(QPaintEvent *)
             break;
         }
         }
+    }
+}
+
+void ModelInterface::drawBody(QPainter &painter, const QRect &area)
+{
+    QPainterPath outline;
+    if (m_spec.body == BodyShape::GroundStation) {
+        outline.addRoundedRect(area.adjusted(1, 1, -1, -1), 18, 18);
+    } else {
+        outline.addRoundedRect(placeIn(area, { 0.0, 0.0, 1.0, 0.62 }).adjusted(1, 1, -1, 0), 30, 30);
+        outline.addEllipse(placeIn(area, { 0.0, 0.42, 0.5, 0.58 }).adjusted(1, 0, 0, -1));
+        outline.addEllipse(placeIn(area, { 0.5, 0.42, 0.5, 0.58 }).adjusted(0, 0, -1, -1));
+        outline.setFillRule(Qt::WindingFill);
+    }
+    painter.save();
+    painter.setPen(QPen(ControlColors::outlineGrey(), 2));
+    painter.setBrush(ControlColors::darkGrey());
+    painter.drawPath(outline.simplified());
+    painter.restore();
+}
+
+void ModelInterface::paintEvent(QPaintEvent *event)
+{
+    layOut();
+    QPainter painter(this);
+    const QPixmap &backdrop = m_controls->backdrop;
+    const qreal ratio = backdrop.devicePixelRatioF();
+    for (const QRect &r : event->region())
+        painter.drawPixmap(r, backdrop, QRectF(QPointF(r.topLeft()) * ratio, QSizeF(r.size()) * ratio));
+
+    for (int i = 0; i < m_spec.parts.size(); ++i) {
+        if (m_spec.parts.at(i).kind != PartKind::StopLight)
+            continue;
+        const QRect place = m_controls->stopPlaces.at(i);
+        const QPixmap &pixmap = m_controls->stopLit.at(i) ? m_controls->stopLight : m_controls->stopGray;
+        if (!pixmap.isNull() && event->region().intersects(place))
+            painter.drawPixmap(place, pixmap);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class QPushButton;
 struct ModelSpec;
 
@@ -38,8 +40,11 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    struct LayoutKey;
     void applyReport(const ChannelReport &report);
-    const QPixmap &bodyPicture(const QSize &size);
+    void layOut();
+    void drawPage(QPainter &painter);
+    void drawBody(QPainter &painter, const QRect &area);
 
     const ModelSpec &m_spec;
     QPushButton *channelCalibration;
@@ -48,6 +53,7 @@ private:
     QRect m_calibrationRect;
     struct Controls;
     Controls *m_controls;
+    std::unique_ptr<LayoutKey> m_laidOut; // what the current layout and backdrop were made for
 };
 
 // The page of model 0..6 (ALDER .. WILLO).

@@ -113,7 +113,7 @@ for ((run = 1; run <= runs; ++run)); do
             t1=$EPOCHREALTIME
             line=$l
         fi
-    done < <(QT_QPA_PLATFORM=offscreen QUILLMARK_STARTUP_TRACE=1 QUILLMARK_APP_DIR="$app" \
+    done < <(QT_QPA_PLATFORM=offscreen QUILLMARK_STARTUP_TRACE=1 QUILLMARK_APP_DIR="$app" QUILLMARK_INSTANCE=bench-startup \
         QT_LOGGING_RULES='*.debug=false' timeout 30 "$bin/quillmark" 2>&1 >/dev/null)
     stop_unit
 

@@ -88,6 +88,8 @@ private Q_SLOTS:
     void dialPointerDirection();
     void phaseLitHalf_data();
     void phaseLitHalf();
+    void phaseCaptionStaysInItsHalf_data();
+    void phaseCaptionStaysInItsHalf();
     void checkedBoxShowsTickPicture();
 };
 
@@ -316,6 +318,41 @@ void TestControlPainting::phaseLitHalf()
     QCOMPARE(isRgb(image, 64, 8, DarkBlue), !leftLit);
     QVERIFY(!isRgb(image, 8, 8, DarkBlue));
     QVERIFY(!isRgb(image, 112, 8, AccentBlue));
+}
+
+void TestControlPainting::phaseCaptionStaysInItsHalf_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("Normal, left") << 0;
+    QTest::newRow("Reverse, right") << 1;
+}
+
+// A caption wider than its half (an English one in a large font) is drawn
+// whole inside the lit half, not across the other half and the frame.
+void TestControlPainting::phaseCaptionStaysInItsHalf()
+{
+    QFETCH(int, index);
+    PhaseSwitch phase;
+    QFont font = phase.font();
+    font.setPixelSize(20);
+    phase.setFont(font);
+    phase.setM_positive(QStringLiteral("Normal"));
+    phase.setM_negative(QStringLiteral("Reverse"));
+    phase.setM_index(index);
+    phase.resize(140, 32);
+    const QImage image = shot(phase);
+    // Halves (4, 4, 66, 24) and (70, 4, 66, 24); the caption is pure white.
+    const QRect lit = index == 0 ? QRect(5, 5, 64, 22) : QRect(71, 5, 64, 22);
+    int inside = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (!isRgb(image, x, y, qRgb(255, 255, 255)))
+                continue;
+            QVERIFY2(lit.contains(x, y), qPrintable(QStringLiteral("white at %1,%2").arg(x).arg(y)));
+            ++inside;
+        }
+    }
+    QVERIFY(inside > 20);
 }
 
 // The tick is the picture delivered beside the program, drawn only for an

@@ -196,27 +196,17 @@ void TestControlSetters::propertyNamesAndDefaults_data()
     QTest::newRow("bar pen") << "SbusChannel" << QByteArray("PenColor") << QVariant(outline);
     QTest::newRow("switch pen") << "Switch" << QByteArray("penColor") << QVariant(outline);
     QTest::newRow("switch middle") << "Switch" << QByteArray("m_index") << QVariant(1);
-    QTest::newRow("switch vertical") << "Switch" << QByteArray("m_direction") << QVariant(true);
     QTest::newRow("stick radius") << "Rocker" << QByteArray("m_radius") << QVariant(8);
     QTest::newRow("stick pen") << "Rocker" << QByteArray("penColor") << QVariant(outline);
-    QTest::newRow("stick brush") << "Rocker" << QByteArray("m_brush") << QVariant(QBrush(accent));
     QTest::newRow("dial pen") << "Dial" << QByteArray("penColor") << QVariant(outline);
-    QTest::newRow("knob brush") << "RotaryKnob" << QByteArray("m_pointerBrush") << QVariant(QBrush(accent));
     QTest::newRow("pad text pen") << "SteeringWheel" << QByteArray("PenColor") << QVariant(QColor(Qt::white));
-    QTest::newRow("lamp caption") << "CtlButton" << QByteArray("text") << QVariant(QStringLiteral("Fx"));
     QTest::newRow("lamp lit") << "CtlButton" << QByteArray("m_state") << QVariant(1);
     QTest::newRow("phase pen") << "PhaseSwitch" << QByteArray("penColor") << QVariant(outline);
     QTest::newRow("phase left caption")
         << "PhaseSwitch" << QByteArray("m_positive") << QVariant(QStringLiteral("正"));
-    QTest::newRow("phase right caption")
-        << "PhaseSwitch" << QByteArray("m_negative") << QVariant(QStringLiteral("负"));
     QTest::newRow("check box pen") << "MCheckBox" << QByteArray("PenColor") << QVariant(accent);
-    QTest::newRow("check box off") << "MCheckBox" << QByteArray("m_checkEnable") << QVariant(false);
     QTest::newRow("spin pen") << "MSpinBox" << QByteArray("PenColor") << QVariant(accent);
-    QTest::newRow("spin brush") << "MSpinBox" << QByteArray("m_brush")
-                                << QVariant(QBrush(QColor(150, 150, 150)));
     QTest::newRow("spin max") << "MSpinBox" << QByteArray("m_maxValue") << QVariant(150.0);
-    QTest::newRow("spin buttons") << "MSpinBox" << QByteArray("m_buttonState") << QVariant(true);
 }
 
 void TestControlSetters::propertyNamesAndDefaults()

@@ -1,7 +1,13 @@
 // The whole program against the virtual unit: start-up identification over
 // a real pty, on a clean line and on a poor one, and a unit that goes away.
+// The program under test runs under an instance name of its own, so that a
+// Quillmark the user has open does not turn it away; the tests hold the
+// user's guard themselves to make sure of that.
+#include "RunGuard.h"
+#include "StartupRules.h"
 #include "VunitProcess.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
@@ -13,6 +19,11 @@ namespace
 
 const QString kAppBin = QStringLiteral(QM_APP_BIN);
 constexpr int kGenerousMs = 30000;
+
+QString instanceName()
+{
+    return QStringLiteral("e2e-%1").arg(QCoreApplication::applicationPid());
+}
 
 // An application directory with the delivered config files and a port.xml
 // that names the unit's link.
@@ -49,14 +60,27 @@ public:
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         env.insert(QStringLiteral("QUILLMARK_APP_DIR"), appDir);
+        env.insert(QStringLiteral("QUILLMARK_INSTANCE"), instanceName());
         process.setProcessEnvironment(env);
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.setProcessChannelMode(channels);
         process.setProgram(kAppBin);
         process.start();
         return process.waitForStarted(10000);
     }
 
+    // Waits for the unit to hear the request, or for the program to end
+    // (turned away, crashed), whichever comes first.
+    bool reaches(const VunitProcess &unit, quint8 code, const QByteArray &payload = QByteArray())
+    {
+        QDeadlineTimer deadline(kGenerousMs);
+        while (
+            unit.find(code, payload) < 0 && process.state() != QProcess::NotRunning && !deadline.hasExpired())
+            QTest::qWait(50);
+        return unit.find(code, payload) >= 0 && process.state() == QProcess::Running;
+    }
+
     QProcess process;
+    QProcess::ProcessChannelMode channels = QProcess::ForwardedErrorChannel;
 };
 
 } // namespace
@@ -65,11 +89,24 @@ class TestAppE2e : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void startupIdentifiesAndStartsUpload_data();
     void startupIdentifiesAndStartsUpload();
     void unitHangingUpDoesNotCrashTheProgram();
+    void refusedStartEndsAtOnce();
+
+private:
+    QScopedPointer<RunGuard> m_usersQuillmark;
 };
+
+void TestAppE2e::initTestCase()
+{
+    // As if the user had Quillmark open (or is it really open: then that
+    // one holds the guard).
+    m_usersQuillmark.reset(new RunGuard(StartupRules::guardKey(QString())));
+    m_usersQuillmark->tryToRun();
+}
 
 void TestAppE2e::init()
 {
@@ -98,8 +135,7 @@ void TestAppE2e::startupIdentifiesAndStartsUpload()
     const qint64 started = VunitProcess::monotonicMs() - origin;
     QVERIFY(app.start(dir.path() + "/app"));
     const QByteArray modelPageUpload = QByteArray::fromHex("0232");
-    QTRY_VERIFY_WITH_TIMEOUT(unit.find(0xE5, modelPageUpload) >= 0, kGenerousMs);
-    QCOMPARE(app.process.state(), QProcess::Running);
+    QVERIFY(app.reaches(unit, 0xE5, modelPageUpload));
 
     const QVector<VunitProcess::RecordLine> record = unit.record();
     QVERIFY(record.size() >= 3);
@@ -121,11 +157,28 @@ void TestAppE2e::unitHangingUpDoesNotCrashTheProgram()
     QVERIFY(writeAppDir(dir.path() + "/app", unit.linkPath()));
     App app;
     QVERIFY(app.start(dir.path() + "/app"));
-    QTRY_VERIFY_WITH_TIMEOUT(unit.find(0xE5) >= 0, kGenerousMs);
+    QVERIFY(app.reaches(unit, 0xE5));
     QVERIFY(unit.process().waitForFinished(kGenerousMs));
     // The program lives on without its unit.
     QTest::qWait(1500);
     QCOMPARE(app.process.state(), QProcess::Running);
+}
+
+// A second program under the same instance name is turned away; without a
+// screen to show the message on, it says so on stderr and ends with -1
+// instead of waiting for a click that never comes.
+void TestAppE2e::refusedStartEndsAtOnce()
+{
+    RunGuard running(StartupRules::guardKey(instanceName()));
+    QVERIFY(running.tryToRun());
+    QTemporaryDir dir;
+    QVERIFY(writeAppDir(dir.path() + "/app", QStringLiteral("/nonexistent/ttyQM0")));
+    App app;
+    app.channels = QProcess::SeparateChannels;
+    QVERIFY(app.start(dir.path() + "/app"));
+    QVERIFY(app.process.waitForFinished(kGenerousMs));
+    QCOMPARE(app.process.exitCode(), 255);
+    QVERIFY(app.process.readAllStandardError().contains("already running"));
 }
 
 QTEST_GUILESS_MAIN(TestAppE2e)

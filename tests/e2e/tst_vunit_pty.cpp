@@ -75,10 +75,8 @@ class TestVunitPty : public QObject
 private Q_SLOTS:
     void answersAndStreamsOverASerialPort();
     void keepsParametersAcrossReconnects();
-    void faultyLineStillCarriesAnswers();
     void refusesWhatItIsTold();
     void terminateRemovesTheLink();
-    void hangupEndsTheUnit();
 };
 
 void TestVunitPty::answersAndStreamsOverASerialPort()
@@ -145,24 +143,6 @@ void TestVunitPty::keepsParametersAcrossReconnects()
     QTRY_VERIFY_WITH_TIMEOUT(line.count(0xA5) > 0, 5000);
 }
 
-void TestVunitPty::faultyLineStillCarriesAnswers()
-{
-    QTemporaryDir dir;
-    VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ "--noise", "--split", "--delay", "30", "--seed", "5", "--model", "LARCH" }));
-    Line line(unit.linkPath());
-    QVERIFY(line.open());
-    line.send(SerialFrame::encode(0xDF));
-    line.send(SerialFrame::encode(0xFF));
-    line.send(SerialFrame::startUpload(2));
-    QTRY_VERIFY_WITH_TIMEOUT(line.count(0xFF) >= 1 && line.count(0xA5) >= 20, 10000);
-    QCOMPARE(interpretAnswer(0xFF, line.last(0xFF)).identifier, QStringLiteral("LARCH"));
-    for (const Heard &h : line.heard) {
-        if (h.code == 0xA5)
-            QCOMPARE(h.payload.size(), 1 + 24 + 64);
-    }
-}
-
 void TestVunitPty::refusesWhatItIsTold()
 {
     QTemporaryDir dir;
@@ -190,21 +170,6 @@ void TestVunitPty::terminateRemovesTheLink()
     QCOMPARE(unit.process().exitStatus(), QProcess::NormalExit);
     QCOMPARE(unit.process().exitCode(), 0);
     QVERIFY(!QFileInfo(unit.linkPath()).isSymLink());
-}
-
-void TestVunitPty::hangupEndsTheUnit()
-{
-    QTemporaryDir dir;
-    VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ "--hangup-after", "200" }));
-    Line line(unit.linkPath());
-    QVERIFY(line.open());
-    line.send(SerialFrame::startUpload(2));
-    QTRY_VERIFY_WITH_TIMEOUT(line.count(0xA5) > 0, 5000);
-    QVERIFY(unit.process().waitForFinished(10000));
-    QCOMPARE(unit.process().exitCode(), 0);
-    QVERIFY(!QFileInfo(unit.linkPath()).isSymLink());
-    QVERIFY(unit.process().readAllStandardError().contains("hanging up"));
 }
 
 QTEST_GUILESS_MAIN(TestVunitPty)

@@ -2,9 +2,11 @@
 #include "HelpWidget.h"
 
 #include <QLabel>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTextCodec>
+#include <QTranslator>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -46,6 +48,9 @@ private Q_SLOTS:
     void englishItemTextFindsItsTopic();
     void missingFileLeavesTheView();
     void closingTellsTheHub();
+    void englishTextsQuoteTheEnglishLabels_data();
+    void englishTextsQuoteTheEnglishLabels();
+    void topicListShowsWholeEnglishNames();
 
 private:
     QTreeWidget *tree(HelpWidget &w) { return w.findChild<QTreeWidget *>("treeWidget"); }
@@ -168,6 +173,46 @@ void TestHelpWidget::closingTellsTheHub()
     w.show();
     QVERIFY(w.close());
     QCOMPARE(closed.count(), 1);
+}
+
+void TestHelpWidget::englishTextsQuoteTheEnglishLabels_data()
+{
+    QTest::addColumn<QString>("file");
+    for (int topic = 0; topic < kTopicCount; ++topic)
+        QTest::newRow(kTopicFiles[topic]) << QStringLiteral(QM_APP_DIR "/") + fileName(topic, false);
+}
+
+// An English reader sees the English interface: a Chinese label quoted in
+// an English help text names nothing on the screen.
+void TestHelpWidget::englishTextsQuoteTheEnglishLabels()
+{
+    QFETCH(QString, file);
+    QFile f(file);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(f.readAll());
+    const QRegularExpressionMatch chinese
+        = QRegularExpression(QStringLiteral("[\\x{3000}-\\x{9fff}\\x{ff00}-\\x{ffef}]+")).match(text);
+    QVERIFY2(!chinese.hasMatch(), qPrintable(chinese.captured()));
+}
+
+// In English (the larger "Cambria" font) the longest topic name fits the
+// list, also when the window is made small.
+void TestHelpWidget::topicListShowsWholeEnglishNames()
+{
+    QTranslator english;
+    QVERIFY(english.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
+    QCoreApplication::installTranslator(&english);
+    HelpWidget w(nullptr, "en_US");
+    QCoreApplication::removeTranslator(&english);
+    w.resize(320, 300);
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    const QFontMetrics fm(tree(w)->font());
+    for (int topic = 0; topic < kTopicCount; ++topic) {
+        const QString name = tree(w)->topLevelItem(topic)->text(0);
+        QCOMPARE(name, QString(kEnglishTitles[topic]));
+        QVERIFY2(fm.horizontalAdvance(name) < tree(w)->viewport()->width(), qPrintable(name));
+    }
 }
 
 QTEST_MAIN(TestHelpWidget)

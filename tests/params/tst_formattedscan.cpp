@@ -106,7 +106,6 @@ void TestFormattedScan::mixedIntAndReals_data()
     QTest::newRow("exponents") << "0,1e1,-2.5E-1,+4e+0;" << 4 << 0 << Reals { 10, -0.25, 4 };
     QTest::newRow("e without digits is left for the literal") << "0,1e,2,3" << 2 << 0 << Reals { 1, 9, 9 };
     QTest::newRow("nan is not a setting") << "1,nan,2,3;" << 1 << 1 << Reals { 9, 9, 9 };
-    QTest::newRow("inf is not a setting") << "1,inf,2,3;" << 1 << 1 << Reals { 9, 9, 9 };
     QTest::newRow("beyond a double is not a setting") << "1,1e999,2,3;" << 1 << 1 << Reals { 9, 9, 9 };
     QTest::newRow("decimal comma splits the value") << "1,2,5,3,4;" << 4 << 1 << Reals { 2, 5, 3 };
     QTest::newRow("unit after a number stops") << "1,2.5s,3,4" << 2 << 1 << Reals { 2.5, 9, 9 };
@@ -134,7 +133,6 @@ void TestFormattedScan::wholeTextInt_data()
 
     QTest::newRow("baud") << "115200" << 115200;
     QTest::newRow("surrounding blanks") << " \n12\t" << 12;
-    QTest::newRow("negative") << "-7" << -7;
     QTest::newRow("trailing garbage") << "12abc" << 0;
     QTest::newRow("fraction") << "1.5" << 0;
     QTest::newRow("hexadecimal") << "0x10" << 0;
@@ -159,9 +157,7 @@ void TestFormattedScan::wholeTextReal_data()
     QTest::newRow("integer") << "7" << 7.0;
     QTest::newRow("garbage") << "volt" << 0.0;
     QTest::newRow("nan") << "nan" << 0.0;
-    QTest::newRow("inf") << "inf" << 0.0;
     QTest::newRow("beyond a double") << "1e999" << 0.0;
-    QTest::newRow("empty") << "" << 0.0;
 }
 
 void TestFormattedScan::wholeTextReal()

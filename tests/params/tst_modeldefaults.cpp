@@ -201,20 +201,13 @@ void TestModelDefaults::valuesLandWhereTheyBelong_data()
     const Ints unchanged16(16, 7);
     QTest::newRow("keyGear sets only the first twelve of 24")
         << element("keyGear", list(seq(1, 12))) << "keyGear" << seq(1, 12) + Ints(12, 7);
-    QTest::newRow("keyGear with 24 values still sets twelve")
-        << element("keyGear", list(seq(1, 24))) << "keyGear" << seq(1, 12) + Ints(12, 7);
     QTest::newRow("keyGear without ; is ignored") << element("keyGear", "1,2,3") << "keyGear" << Ints(24, 7);
     QTest::newRow("sbusHoldSwitch sets both ports")
         << element("sbusHoldSwitch", "3") << "sbusHoldSwitch" << Ints { 3, 3 };
-    QTest::newRow("sbusHoldSwitch not a number gives 0")
-        << element("sbusHoldSwitch", "SA") << "sbusHoldSwitch" << Ints { 0, 0 };
     QTest::newRow("throttleHoldSwitch")
         << element("throttleHoldSwitch", "255") << "throttleIndex" << Ints { 255 };
     QTest::newRow("baud") << element("baud", " 115200 ") << "baud" << Ints { 115200 };
     QTest::newRow("hidMap") << element("hidMap", list(seq(0, 8))) << "hidMap" << seq(0, 8);
-    QTest::newRow("hidMap with more values") << element("hidMap", list(seq(0, 12))) << "hidMap" << seq(0, 8);
-    QTest::newRow("ckeyMap two rows")
-        << element("ckeyMap", "1,2,3;4,5,6;") << "ckeyMap" << seq(1, 6) + Ints(9, 7);
     QTest::newRow("ckeyMap six rows take five")
         << element("ckeyMap", list(seq(1, 3)).repeated(6)) << "ckeyMap"
         << seq(1, 3) + seq(1, 3) + seq(1, 3) + seq(1, 3) + seq(1, 3);
@@ -222,29 +215,19 @@ void TestModelDefaults::valuesLandWhereTheyBelong_data()
         << element("ckeyMap", "1;2,3,4,5;") << "ckeyMap" << Ints { 1, 7, 7, 2, 3, 4 } + Ints(9, 7);
     QTest::newRow("ckeyMap unterminated row is no row")
         << element("ckeyMap", "1,2,3;4,5,6") << "ckeyMap" << seq(1, 3) + Ints(12, 7);
-    QTest::newRow("ckeyMap rows on their own lines")
-        << element("ckeyMap", "\n  1,2,3;\n  4,5,6;\n") << "ckeyMap" << seq(1, 6) + Ints(9, 7);
     QTest::newRow("sckeyMap three rows take two")
         << element("sckeyMap", list(seq(1, 12)).repeated(3)) << "sckeyMap" << seq(1, 12) + seq(1, 12);
     QTest::newRow("port 1 defaults") << container("sbus1Default", eightGroups()) << "leftTrip1"
                                      << Ints(16, 30);
     QTest::newRow("port 1 defaults leave port 2")
         << container("sbus1Default", eightGroups()) << "leftTrip2" << unchanged16;
-    QTest::newRow("port 2 defaults") << container("sbus2Default", eightGroups()) << "safeProtectionValue2"
-                                     << Ints(16, 60);
     QTest::newRow("eighth group is noneValue")
         << container("sbus2Default", eightGroups()) << "noneValue2" << Ints(16, 80);
     QTest::newRow("seven groups: container ignored")
         << container("sbus1Default", eightGroups().mid(0, 7)) << "phase1" << unchanged16;
-    QStringList nine = eightGroups();
-    nine << element("phase", list(Ints(16, 1)));
-    QTest::newRow("nine groups: container ignored")
-        << container("sbus1Default", nine) << "phase1" << unchanged16;
     // The groups are taken by position, whatever their names say.
     QStringList swapped = eightGroups();
     swapped.swapItemsAt(0, 7);
-    QTest::newRow("swapped children land by position: first")
-        << container("sbus1Default", swapped) << "phase1" << Ints(16, 80);
     QTest::newRow("swapped children land by position: last")
         << container("sbus1Default", swapped) << "noneValue1" << Ints(16, 10);
     QStringList unknownChild = eightGroups();
@@ -273,10 +256,6 @@ void TestModelDefaults::valuesLandWhereTheyBelong_data()
     signedNone[7] = element("noneValue", list(Ints { -5, 133, 255, -128 } + Ints(12, 0)));
     QTest::newRow("noneValue taken as written")
         << container("sbus1Default", signedNone) << "noneValue1" << Ints { -5, 133, 255, -128 } + Ints(12, 0);
-    QStringList hostile = eightGroups();
-    hostile[1] = element("fineTuning", "99999999999,-99999999999,abc,,1e3,0x1F,-3," + list(Ints(9, 1)));
-    QTest::newRow("hostile numbers read as 0")
-        << container("sbus1Default", hostile) << "fineTuning1" << Ints { 0, 0, 0, 0, 0, 0, -3 } + Ints(9, 1);
     QTest::newRow("element inside unknown elements") << "<a><b>" + element("baud", "9600") + "</b></a>"
                                                      << "baud" << Ints { 9600 };
     QTest::newRow("group tag outside a container is unknown")
@@ -331,9 +310,6 @@ void TestModelDefaults::nameLists_data()
         { "7,A;NAKED;0,;x,y,z;tail", "1,a b;", ";", "", "12,SA;junk;" })
                                   << Lists { { "A", "NAKED", "", "y,z" }, { "a b" }, { "" }, {},
                                          { "old", "SA", "junk" } };
-    QTest::newRow("names anywhere in the document")
-        << "<outer>" + annotation(five) + "</outer>"
-        << Lists { { "T1", "T2" }, { "NONE", "SA" }, { "F1", "NONE" }, { "T1" }, { "old", "NONE", "SA" } };
     QTest::newRow("no annotation: four lists cleared")
         << element("baud", "9600") << Lists { {}, {}, {}, {}, { "old" } };
 }
@@ -374,7 +350,6 @@ void TestModelDefaults::hostileFilesLeaveTheRecordSane_data()
     QTest::addColumn<bool>("opened");
 
     QTest::newRow("missing file") << QByteArray() << false;
-    QTest::newRow("empty file") << QByteArray("") << true;
     QRandomGenerator random(20240611);
     QByteArray junk(4096, '\0');
     for (char &c : junk)
@@ -382,10 +357,8 @@ void TestModelDefaults::hostileFilesLeaveTheRecordSane_data()
     QTest::newRow("binary junk") << junk << true;
     QTest::newRow("junk after a good start")
         << QByteArray("<?xml version=\"1.0\"?><body><keyGear>") + junk << true;
-    QTest::newRow("not xml at all") << QByteArray("minVolt=6.6\nmaxVolt=8.4\n") << true;
     QTest::newRow("unclosed annotation")
         << document(annotation({ "0,A;", "0,B;", "0,C;", "0,D;", "0,E;" })).left(150) << true;
-    QTest::newRow("unclosed value") << QByteArray("<body><hidMap>1,2,3,4,5,6,7,8;") << true;
     QTest::newRow("deep nesting") << QByteArray("<body>") + QByteArray("<a>").repeated(20000) << true;
 #if QT_VERSION >= QT_VERSION_CHECK(5, 15, 0)
     // Nested entities that would expand to a billion characters (the XML

@@ -1,7 +1,6 @@
 // quillmark-pageshots OUTDIR: renders every model page with live values from
-// the virtual unit, at the full window size and at a small one, and the
-// configuration hub for each radio module kind, to PNG files (offscreen).
-#include "AnswerRules.h"
+// the virtual unit, at the main window's size and at its smallest size, and
+// the configuration hub for each radio module kind, to PNG files (offscreen).
 #include "AppPaths.h"
 #include "CanFrame.h"
 #include "ChannelListenInterface.h"
@@ -14,14 +13,17 @@
 #include "SectionColumn.h"
 #include "Sequences.h"
 #include "SettingPage.h"
+#include "StartupRules.h"
 #include "UnitModel.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTextStream>
+#include <QTranslator>
 
 namespace
 {
@@ -114,10 +116,17 @@ int main(int argc, char **argv)
         AppPaths::setAppDir(QStringLiteral(QM_APP_DIR));
     QDir().mkpath(out);
 
+    // The program's translation for this locale (English outside zh_CN).
+    QTranslator translator;
+    if (translator.load(AppPaths::file(StartupRules::translationFile(QLocale::system().name()))))
+        QApplication::installTranslator(&translator);
+
     QFile sheet(AppPaths::file(QStringLiteral("/config/StyleSheets.qss")));
     if (sheet.open(QIODevice::ReadOnly))
         app.setStyleSheet(QString::fromUtf8(sheet.readAll()));
 
+    const QSize full(StartupRules::kWindowWidth, StartupRules::kWindowHeight);
+    const QSize smallest(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
     RecordHost host;
     bool ok = true;
     for (int model = 0; model < kModelCount; ++model) {
@@ -131,11 +140,11 @@ int main(int argc, char **argv)
         const QString name = modelSpec(model).identifier.toLower();
         for (qint64 t : { 1700, 5300 }) {
             page->slot_information(ChannelDataReport, unit.reportPayload(t).mid(1));
-            ok &= save(page, QSize(1280, 760), QStringLiteral("%1/%2_%3ms.png").arg(out, name).arg(t));
+            ok &= save(page, full, QStringLiteral("%1/%2_%3ms.png").arg(out, name).arg(t));
         }
-        ok &= save(page, QSize(900, 560), QStringLiteral("%1/%2_small.png").arg(out, name));
         page->slot_information(CalibrationStarted, QByteArray());
-        ok &= save(page, QSize(1280, 760), QStringLiteral("%1/%2_calibrating.png").arg(out, name));
+        ok &= save(page, full, QStringLiteral("%1/%2_calibrating.png").arg(out, name));
+        ok &= save(page, smallest, QStringLiteral("%1/%2_smallest.png").arg(out, name));
         delete page;
     }
 
@@ -215,9 +224,9 @@ int main(int argc, char **argv)
     for (int module = 0; module < 3; ++module) {
         host.data.m_module = module;
         ChannelListenInterface hub(0);
-        ok &= save(&hub, QSize(1280, 760), QStringLiteral("%1/hub_module%2.png").arg(out).arg(module));
+        ok &= save(&hub, full, QStringLiteral("%1/hub_module%2.png").arg(out).arg(module));
         hub.on_comprehensiveConfig_clicked();
-        ok &= save(&hub, QSize(700, 500), QStringLiteral("%1/hub_module%2_small.png").arg(out).arg(module));
+        ok &= save(&hub, smallest, QStringLiteral("%1/hub_module%2_smallest.png").arg(out).arg(module));
     }
     return ok ? 0 : 1;
 }
