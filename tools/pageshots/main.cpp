@@ -1,6 +1,7 @@
 // quillmark-pageshots OUTDIR: renders every model page with live values from
 // the virtual unit, at the main window's size and at its smallest size, and
 // the configuration hub for each radio module kind, to PNG files (offscreen).
+#include "AnswerRules.h"
 #include "AppPaths.h"
 #include "CanFrame.h"
 #include "ChannelListenInterface.h"
