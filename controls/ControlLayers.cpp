@@ -142,21 +142,6 @@ void drawCached(QPainter &painter, const QString &key, const QSize &size, const 
     painter.drawPixmap(0, 0, backdrop->composed);
 }
 
-void drawLook(QPainter &painter, const QString &key, const QSize &size, const Paint &paint)
-{
-    if (Backdrop *backdrop = backdropOf(painter))
-        painter.drawTiledPixmap(QRect(QPoint(0, 0), size), backdrop->piece);
-    QString fullKey;
-    const QPixmap look = layer(painter, key, size, paint, &fullKey);
-    if (look.isNull()) {
-        painter.save();
-        paint(painter);
-        painter.restore();
-    } else {
-        painter.drawPixmap(0, 0, look);
-    }
-}
-
 void drawUnder(QPainter &painter, const QRect &area)
 {
     if (Backdrop *backdrop = backdropOf(painter)) {

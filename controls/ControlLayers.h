@@ -39,12 +39,6 @@ bool hasBackdrop(const QPainter &painter);
 // over it and covers the whole control; call this first then.
 void drawCached(QPainter &painter, const QString &key, const QSize &size, const Paint &paint);
 
-// Draws a whole look that follows a live value (a pointer at one of its
-// positions); key names the value too. Each look is drawn once and kept; on
-// a control with a backdrop the backdrop is copied first, since composing
-// every look with it would keep a pixmap per look and control.
-void drawLook(QPainter &painter, const QString &key, const QSize &size, const Paint &paint);
-
 // Puts the backdrop back in area (nothing without a backdrop) and lays the
 // still layer over it there again; for a moving part that is drawn beneath
 // the layer: drawCached, drawUnder for the part's area, the part, drawOver.

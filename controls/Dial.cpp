@@ -91,26 +91,15 @@ void Dial::draw(QPainter &painter)
         p.drawArc(circle, (45 - m_position) * 16, 90 * 16);
     };
 
-    if (m_brush.style() == Qt::SolidPattern) {
-        // A quarter turn has 91 pointer positions; each look is drawn once.
-        const QString key = QStringLiteral("Dial/%1/%2/%3/%4")
-                                .arg(rangeStart)
-                                .arg(m_penColor.rgba())
-                                .arg(m_brush.color().rgba())
-                                .arg(m_position);
-        ControlLayers::drawLook(painter, key, size(), [&](QPainter &p) {
-            p.translate(r, r);
-            still(p);
-            pointer(p);
-        });
-    } else {
-        const QString key = QStringLiteral("Dial/%1/%2").arg(rangeStart).arg(m_penColor.rgba());
-        ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
-            p.translate(r, r);
-            still(p);
-        });
-        painter.translate(r, r);
-        pointer(painter);
-    }
+    // The rim and the range are drawn once per look; the pointer, a small
+    // pie and arc, is drawn over them on each frame. (A kept picture per
+    // pointer position would take some ten megabytes per dial.)
+    const QString key = QStringLiteral("Dial/%1/%2").arg(rangeStart).arg(m_penColor.rgba());
+    ControlLayers::drawCached(painter, key, size(), [&](QPainter &p) {
+        p.translate(r, r);
+        still(p);
+    });
+    painter.translate(r, r);
+    pointer(painter);
     painter.restore();
 }

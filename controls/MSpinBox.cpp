@@ -32,10 +32,12 @@ MSpinBox::MSpinBox(QWidget *parent)
     , m_timer(new QTimer(this))
 {
     setMouseTracking(true);
-    // The repeat timer runs for the control's whole life; a tick only steps
-    // while a button is held.
+    // The repeat ticks keep a 50 ms beat that starts with the control: a held
+    // button steps with the next beat after the press, then 20 times a
+    // second. Between presses the timer rests on that beat, so a page of a
+    // hundred spin boxes does not wake the program 20 times a second.
+    m_beat.start();
     connect(m_timer, &QTimer::timeout, this, &MSpinBox::slot_timeout);
-    m_timer->start(RepeatMs);
     layoutParts();
 }
 
@@ -143,6 +145,10 @@ double MSpinBox::step() const
 
 void MSpinBox::slot_timeout()
 {
+    if (m_plusPress != Pressed && m_minusPress != Pressed)
+        m_timer->stop();
+    else if (m_timer->interval() != RepeatMs)
+        m_timer->setInterval(RepeatMs);
     if (m_plusPress == Pressed) {
         m_currentValue = clamped(m_currentValue + step());
         Q_EMIT currentValueChanged();
@@ -204,6 +210,8 @@ void MSpinBox::mousePressEvent(QMouseEvent *event)
     if (m_buttonState) {
         m_plusPress = m_plusRect.contains(pos) ? Pressed : Released;
         m_minusPress = m_minusRect.contains(pos) ? Pressed : Released;
+        if ((m_plusPress == Pressed || m_minusPress == Pressed) && !m_timer->isActive())
+            m_timer->start(RepeatMs - int(m_beat.elapsed() % RepeatMs));
     } else {
         m_plusPress = Released;
         m_minusPress = Released;

@@ -2,6 +2,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QRect>
 #include <QWidget>
@@ -92,5 +93,6 @@ private:
     int m_plusPress = Released;
     int m_minusPress = Released;
     QTimer *m_timer;
+    QElapsedTimer m_beat; // since construction: the phase of the repeat ticks
     QPointer<MCalculator> m_calculator;
 };

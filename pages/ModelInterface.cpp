@@ -24,6 +24,7 @@
 
 namespace {
 constexpr int kChannels = 16;
+constexpr int kFrameInterval = 30; // ms between two frames of the live page
 constexpr int kColumnGap = 60;
 constexpr int kMargin = 10;
 constexpr int kStickRadius = 10;
@@ -74,6 +75,7 @@ ModelInterface::ModelInterface(const ModelSpec &layout, QWidget *parent)
     : QWidget(parent)
     , m_spec(layout)
     , m_controls(new Controls)
+    , m_frameInterval(kFrameInterval)
 {
     // The page covers itself entirely (see layOut): the window beneath it
     // need not be painted first.
@@ -154,6 +156,11 @@ ModelInterface::ModelInterface(const ModelSpec &layout, QWidget *parent)
     channelCalibration->hide();
     channelListen = new QPushButton(tr("通道配置"), this);
     channelListen->setObjectName(QStringLiteral("channelListen"));
+    m_pendingTimer.setSingleShot(true);
+    connect(&m_pendingTimer, &QTimer::timeout, this, [this] {
+        m_sinceFrame.start();
+        applyReport(m_pending);
+    });
     connect(channelCalibration, &QPushButton::clicked, this, &ModelInterface::on_channelCalibration_clicked);
     connect(channelListen, &QPushButton::clicked, this, &ModelInterface::on_channelConfig_clicked);
 }
@@ -171,7 +178,7 @@ void ModelInterface::slot_information(CodeID code, QByteArray data)
     case ChannelDataReport: {
         ChannelReport report;
         if (ChannelReport::decode(data, m_spec.k, m_spec.keyWords, report))
-            applyReport(report);
+            showReport(report);
         break;
     }
     case CalibrationStarted:
@@ -193,6 +200,24 @@ void ModelInterface::slot_information(CodeID code, QByteArray data)
     default:
         break;
     }
+}
+
+// The unit reports 50 times a second. Each frame of a real window costs a
+// round trip to the X server and a flush whatever is painted, more than the
+// painting itself. So the page draws a frame at most every 30 ms: at the
+// unit's rate every other report, 25 frames a second, each with the newest
+// values. A report left waiting is drawn 30 ms later if no other report
+// comes first.
+void ModelInterface::showReport(const ChannelReport &report)
+{
+    if (m_sinceFrame.isValid() && m_sinceFrame.elapsed() < m_frameInterval) {
+        m_pending = report;
+        m_pendingTimer.start(m_frameInterval);
+        return;
+    }
+    m_pendingTimer.stop();
+    m_sinceFrame.start();
+    applyReport(report);
 }
 
 void ModelInterface::applyReport(const ChannelReport &report)

@@ -3,6 +3,8 @@
 #include "ChannelReport.h"
 #include "CodeId.h"
 
+#include <QElapsedTimer>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -23,6 +25,9 @@ public:
 
     const ModelSpec &layout() const { return m_spec; }
     bool isCalibrating() const { return m_calibrating; }
+    bool hasPendingReport() const { return m_pendingTimer.isActive(); }
+    // Shortest time between two frames of live values, in ms (0: every report).
+    void setFrameInterval(int ms) { m_frameInterval = ms; }
 
 Q_SIGNALS:
     void signal_startupCalibration();
@@ -41,6 +46,7 @@ protected:
 
 private:
     struct LayoutKey;
+    void showReport(const ChannelReport &report);
     void applyReport(const ChannelReport &report);
     void layOut();
     void drawPage(QPainter &painter);
@@ -54,6 +60,13 @@ private:
     struct Controls;
     Controls *m_controls;
     std::unique_ptr<LayoutKey> m_laidOut; // what the current layout and backdrop were made for
+    // The window shows at most one frame per m_frameInterval; a report that
+    // comes sooner waits as m_pending and is shown by the next report's frame
+    // or, when the stream stops, by m_pendingTimer.
+    int m_frameInterval;
+    QElapsedTimer m_sinceFrame;
+    QTimer m_pendingTimer;
+    ChannelReport m_pending;
 };
 
 // The page of model 0..6 (ALDER .. WILLO).

@@ -66,6 +66,14 @@ QList<T *> partsOf(ModelInterface *p)
 // The main window's smallest size; the page fills it.
 const QSize kSmallest(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
 
+// A report as the link hands it over, then the frame that shows it: one
+// that comes soon after the last frame waits for the next.
+void deliver(ModelInterface *page, const QByteArray &report)
+{
+    page->slot_information(ChannelDataReport, report);
+    QVERIFY(QTest::qWaitFor([page] { return !page->hasPendingReport(); }, 1000));
+}
+
 } // namespace
 
 class TestModelPages : public QObject
@@ -85,6 +93,7 @@ private Q_SLOTS:
     void controlsPaintWhatLiesBeneathThem();
     void pageReadsInTheSmallestWindow_data();
     void pageReadsInTheSmallestWindow();
+    void reportsComeInFrames();
     void calibrationFollowsTheUnitsAnswers();
     void calibrationButtonAppearsOnDoubleClick();
     void channelConfigurationOpensTheHub();
@@ -253,13 +262,13 @@ void TestModelPages::reportWordsDriveTheirControls()
 
     // At rest: every control and channel word 600, no key pressed.
     QByteArray r = report(layout, {}, 0xFFFF, 0xFFFF, {});
-    p->slot_information(ChannelDataReport, r);
+    deliver(p.data(), r);
     QVariantMap values = snapshot(p.data());
     QVERIFY2(values.contains(value), qPrintable(value));
 
     r[offset] = char(word & 0xFF);
     r[offset + 1] = char(word >> 8);
-    p->slot_information(ChannelDataReport, r);
+    deliver(p.data(), r);
     const QVariantMap moved = snapshot(p.data());
     const QVariant got = moved.value(value);
     if (expected.userType() == QMetaType::Double)
@@ -288,7 +297,7 @@ void TestModelPages::reportOfWrongLengthIsIgnored()
     QScopedPointer<ModelInterface> p(page(model));
     QByteArray r = report(modelSpec(model), QVector<int>(16, 1200), 0, 0, QVector<int>(32, 1200));
     r.resize(r.size() + delta);
-    p->slot_information(ChannelDataReport, r);
+    deliver(p.data(), r);
     QCOMPARE(p->findChild<SbusChannel *>("sbus2_ch1")->val(), 0);
     for (Rocker *rocker : partsOf<Rocker>(p.data()))
         QCOMPARE(rocker->position(), QPoint());
@@ -305,7 +314,7 @@ void TestModelPages::switchesKeysAndTwistAtTheirLimits()
     const ModelSpec &layout = modelSpec(5); // Rowan: switches in words 8..13, twist in 2 and 5
     QScopedPointer<ModelInterface> p(page(5));
     const QVector<int> words { 600, 600, 0, 600, 600, 1200, 0, 1200, 599, 600, 601, 0, 1200, 65535 };
-    p->slot_information(ChannelDataReport, report(layout, words, 0xFFFE, 0xFFFF, {}));
+    deliver(p.data(), report(layout, words, 0xFFFE, 0xFFFF, {}));
     QCOMPARE(p->findChild<Switch *>("SA")->index(), 0);
     QCOMPARE(p->findChild<Switch *>("SB")->index(), 1);
     QCOMPARE(p->findChild<Switch *>("SC")->index(), 2);
@@ -317,7 +326,7 @@ void TestModelPages::switchesKeysAndTwistAtTheirLimits()
     // A twist word far out of range leaves the twist where it was.
     QVector<int> wild = words;
     wild[2] = 65535;
-    p->slot_information(ChannelDataReport, report(layout, wild, 0xFFFF, 0xFFFF, {}));
+    deliver(p.data(), report(layout, wild, 0xFFFF, 0xFFFF, {}));
     QCOMPARE(p->findChild<Rocker *>("T1(T5)")->zAxisPer(), -1.0);
 }
 
@@ -326,7 +335,7 @@ void TestModelPages::larchHasTwoKeyWords()
     const ModelSpec &layout = modelSpec(3);
     QScopedPointer<ModelInterface> p(page(3));
     // First word (at K - 2): F1 pressed. Second word (at K - 4): pad up and centre, R4.
-    p->slot_information(ChannelDataReport, report(layout, {}, 0xFFFE, quint16(~(1u | 1u << 4 | 1u << 8)), {}));
+    deliver(p.data(), report(layout, {}, 0xFFFE, quint16(~(1u | 1u << 4 | 1u << 8)), {}));
     QCOMPARE(p->findChild<CtlButton *>("key_F1")->state(), 1);
     QCOMPARE(p->findChild<CtlButton *>("key_F15")->state(), 0);
     QCOMPARE(p->findChild<CtlButton *>("key_R4")->state(), 1);
@@ -354,7 +363,7 @@ void TestModelPages::controlsPaintWhatLiesBeneathThem()
     QVector<int> words;
     for (int i = 0; i < 16; ++i)
         words << 100 + 70 * i;
-    p->slot_information(ChannelDataReport, report(modelSpec(model), words, 0x5555, 0xAAAA, {}));
+    deliver(p.data(), report(modelSpec(model), words, 0x5555, 0xAAAA, {}));
     p->grab();
     p->resize(kSmallest);
     const QImage opaque = p->grab().toImage();
@@ -413,6 +422,32 @@ void TestModelPages::pageReadsInTheSmallestWindow()
         + QFontMetrics(bold).horizontalAdvance(layout.calibrationText);
     QVERIFY2(textEnd < listen->x(), qPrintable(QString::number(textEnd)));
     QVERIFY(listen->height() >= listen->sizeHint().height());
+}
+
+// Reports come 50 a second; the page draws at most one frame per 30 ms, each
+// with the newest report, and the last report of a burst is never lost.
+void TestModelPages::reportsComeInFrames()
+{
+    const ModelSpec &layout = modelSpec(0);
+    QScopedPointer<ModelInterface> p(page(0));
+    auto *bar = p->findChild<SbusChannel *>("sbus1_ch1");
+    QVERIFY(bar);
+    const auto withChannel = [&layout](int value) {
+        QVector<int> sbus(32, 600);
+        sbus[0] = value;
+        return report(layout, {}, 0xFFFF, 0xFFFF, sbus);
+    };
+    p->slot_information(ChannelDataReport, withChannel(100));
+    const int first = bar->val();
+    p->slot_information(ChannelDataReport, withChannel(1100));
+    p->slot_information(ChannelDataReport, withChannel(800));
+    QVERIFY(p->hasPendingReport());
+    QCOMPARE(bar->val(), first); // not yet drawn
+    QTRY_VERIFY_WITH_TIMEOUT(!p->hasPendingReport(), 1000);
+    const int last = bar->val();
+    QVERIFY(last != first);
+    deliver(p.data(), withChannel(1100));
+    QVERIFY(bar->val() != last); // the burst showed its last report, not its middle one
 }
 
 void TestModelPages::calibrationFollowsTheUnitsAnswers()
