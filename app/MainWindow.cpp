@@ -55,7 +55,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     m_link = new SerialLink(this);
     connect(m_link, &SerialLink::readyRead, this, &MainWindow::slot_readyRead);
-    m_link->openFromFile(AppPaths::file(QStringLiteral("/config/port.xml")), this);
+    m_link->openFromFile(AppPaths::userFile(QStringLiteral("/config/port.xml")), this);
 
     setMinimumSize(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
     placeWindow();
@@ -69,7 +69,7 @@ MainWindow::MainWindow(QWidget *parent)
 MainWindow::~MainWindow()
 {
     // temp/ holds the website panel's downloads of this run.
-    QDir(AppPaths::file(QStringLiteral("/temp"))).removeRecursively();
+    QDir(AppPaths::writableFile(QStringLiteral("/temp"))).removeRecursively();
     delete m_canReceive;
     if (g_mainWindow == this)
         g_mainWindow = nullptr;

@@ -344,7 +344,7 @@ namespace LastPath
 
 QString filePath()
 {
-    return AppPaths::file(QStringLiteral("/config/lastAddr.tmp"));
+    return AppPaths::writableFile(QStringLiteral("/config/lastAddr.tmp"));
 }
 
 QString remember(const QString &current)
