@@ -288,16 +288,8 @@ void TestHub::chosenSectionIsBoldAndWhite()
     if (!name.isEmpty())
         click(&hub, name.constData());
     QCOMPARE(hub.currentSection(), section);
-    hub.grab();
-    for (const char *menuName : kMenuNames) {
-        QPushButton *b = button(&hub, menuName);
-        const bool current = b == hub.menuButton(section);
-        QCOMPARE(b->font().weight(), current ? 75 : 50);
-        QCOMPARE(b->palette().color(QPalette::ButtonText), current ? QColor(Qt::white) : QColor(Qt::black));
-    }
-
-    // Under the program's style sheet (blue buttons) the text really comes
-    // out white on the current section's button and black on the others.
+    // Under the program's style sheet (blue buttons) the text comes out white
+    // on the current section's button and black on the others.
     QFile sheet(QStringLiteral(QM_APP_DIR "/config/StyleSheets.qss"));
     QVERIFY(sheet.open(QIODevice::ReadOnly));
     hub.setStyleSheet(QString::fromUtf8(sheet.readAll()));

@@ -24,8 +24,6 @@ private Q_SLOTS:
     void setterRules();
     void repaintRules_data();
     void repaintRules();
-    void propertyNamesAndDefaults_data();
-    void propertyNamesAndDefaults();
 };
 
 void TestControlSetters::setterRules_data()
@@ -181,47 +179,6 @@ void TestControlSetters::repaintRules()
         QCoreApplication::processEvents();
         QCOMPARE(counter.paints, 0);
     }
-}
-
-// The forms and pages address the controls by these property names and rely
-// on their initial values.
-void TestControlSetters::propertyNamesAndDefaults_data()
-{
-    QTest::addColumn<QString>("control");
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("expected");
-
-    const QColor outline(155, 155, 155);
-    const QColor accent(66, 170, 249);
-    QTest::newRow("bar pen") << "SbusChannel" << QByteArray("PenColor") << QVariant(outline);
-    QTest::newRow("switch pen") << "Switch" << QByteArray("penColor") << QVariant(outline);
-    QTest::newRow("switch middle") << "Switch" << QByteArray("m_index") << QVariant(1);
-    QTest::newRow("stick radius") << "Rocker" << QByteArray("m_radius") << QVariant(8);
-    QTest::newRow("stick pen") << "Rocker" << QByteArray("penColor") << QVariant(outline);
-    QTest::newRow("dial pen") << "Dial" << QByteArray("penColor") << QVariant(outline);
-    QTest::newRow("pad text pen") << "SteeringWheel" << QByteArray("PenColor") << QVariant(QColor(Qt::white));
-    QTest::newRow("lamp lit") << "CtlButton" << QByteArray("m_state") << QVariant(1);
-    QTest::newRow("phase pen") << "PhaseSwitch" << QByteArray("penColor") << QVariant(outline);
-    QTest::newRow("phase left caption")
-        << "PhaseSwitch" << QByteArray("m_positive") << QVariant(QStringLiteral("正"));
-    QTest::newRow("check box pen") << "MCheckBox" << QByteArray("PenColor") << QVariant(accent);
-    QTest::newRow("spin pen") << "MSpinBox" << QByteArray("PenColor") << QVariant(accent);
-    QTest::newRow("spin max") << "MSpinBox" << QByteArray("m_maxValue") << QVariant(150.0);
-}
-
-void TestControlSetters::propertyNamesAndDefaults()
-{
-    QFETCH(QString, control);
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, expected);
-
-    std::unique_ptr<QWidget> w(makeControl(control));
-    const QMetaObject *meta = w->metaObject();
-    const int at = meta->indexOfProperty(property.constData());
-    QVERIFY2(at >= 0, property.constData());
-    const QMetaProperty p = meta->property(at);
-    QVERIFY(p.isReadable() && p.isWritable() && p.isStored() && p.isDesignable());
-    QCOMPARE(w->property(property.constData()), expected);
 }
 
 QTEST_MAIN(TestControlSetters)

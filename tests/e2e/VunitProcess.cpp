@@ -1,6 +1,7 @@
 #include "VunitProcess.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 
@@ -79,4 +80,19 @@ qint64 VunitProcess::monotonicMs()
     QElapsedTimer t;
     t.start();
     return t.msecsSinceReference();
+}
+
+bool VunitProcess::writeAppDir(const QString &dir, const QString &port)
+{
+    const QDir delivered(QStringLiteral(QM_APP_DIR));
+    if (!QDir().mkpath(dir + QStringLiteral("/config")))
+        return false;
+    for (const QString &name : QDir(delivered.filePath(QStringLiteral("config"))).entryList(QDir::Files)) {
+        if (name != QLatin1String("port.xml") && name != QLatin1String("lastAddr.tmp"))
+            QFile::copy(delivered.filePath(QStringLiteral("config/") + name), dir + QStringLiteral("/config/") + name);
+    }
+    QFile::link(delivered.filePath(QStringLiteral("image")), dir + QStringLiteral("/image"));
+    QFile file(dir + QStringLiteral("/config/port.xml"));
+    return file.open(QIODevice::WriteOnly)
+        && file.write("<?xml version=\"1.0\"?><config><port>" + port.toUtf8() + "</port></config>\n") > 0;
 }

@@ -36,6 +36,11 @@ public:
     // Milliseconds of the monotonic clock, as the unit's --time-origin takes them.
     static qint64 monotonicMs();
 
+    // An application directory for the program under test: the delivered
+    // config files, the pictures, and a port.xml naming port (the unit's
+    // linkPath(), or a port that is not there).
+    static bool writeAppDir(const QString &dir, const QString &port);
+
 private:
     QProcess m_process;
     QString m_ptyPath;

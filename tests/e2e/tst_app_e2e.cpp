@@ -25,23 +25,6 @@ QString instanceName()
     return QStringLiteral("e2e-%1").arg(QCoreApplication::applicationPid());
 }
 
-// An application directory with the delivered config files and a port.xml
-// that names the unit's link.
-bool writeAppDir(const QString &dir, const QString &port)
-{
-    const QDir source(QStringLiteral(QM_APP_DIR "/config"));
-    QDir().mkpath(dir + QStringLiteral("/config"));
-    for (const QString &name : source.entryList(QDir::Files)) {
-        if (name != QLatin1String("port.xml"))
-            QFile::copy(source.filePath(name), dir + QStringLiteral("/config/") + name);
-    }
-    QFile f(dir + QStringLiteral("/config/port.xml"));
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    f.write("<?xml version=\"1.0\"?><config><port>" + port.toUtf8() + "</port></config>\n");
-    return true;
-}
-
 class App
 {
 public:
@@ -129,7 +112,7 @@ void TestAppE2e::startupIdentifiesAndStartsUpload()
     VunitProcess unit(dir.path());
     QVERIFY(
         unit.start(QStringList { "--model", "ROWAN", "--time-origin", QString::number(origin) } + faults));
-    QVERIFY(writeAppDir(dir.path() + "/app", unit.linkPath()));
+    QVERIFY(VunitProcess::writeAppDir(dir.path() + "/app", unit.linkPath()));
 
     App app;
     const qint64 started = VunitProcess::monotonicMs() - origin;
@@ -154,7 +137,7 @@ void TestAppE2e::unitHangingUpDoesNotCrashTheProgram()
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
     QVERIFY(unit.start({ "--hangup-after", "500" }));
-    QVERIFY(writeAppDir(dir.path() + "/app", unit.linkPath()));
+    QVERIFY(VunitProcess::writeAppDir(dir.path() + "/app", unit.linkPath()));
     App app;
     QVERIFY(app.start(dir.path() + "/app"));
     QVERIFY(app.reaches(unit, 0xE5));
@@ -172,7 +155,7 @@ void TestAppE2e::refusedStartEndsAtOnce()
     RunGuard running(StartupRules::guardKey(instanceName()));
     QVERIFY(running.tryToRun());
     QTemporaryDir dir;
-    QVERIFY(writeAppDir(dir.path() + "/app", QStringLiteral("/nonexistent/ttyQM0")));
+    QVERIFY(VunitProcess::writeAppDir(dir.path() + "/app", QStringLiteral("/nonexistent/ttyQM0")));
     App app;
     app.channels = QProcess::SeparateChannels;
     QVERIFY(app.start(dir.path() + "/app"));

@@ -100,15 +100,7 @@ void TestCustomEndToEnd::threeFramesSurviveAFactoryReset()
     VunitProcess unit(dir.path());
     QVERIFY(unit.start({ QStringLiteral("--model"), QStringLiteral("CEDAR"), QStringLiteral("--module"),
         QStringLiteral("2") }));
-    QDir().mkpath(dir.path() + QStringLiteral("/app/config"));
-    const QDir delivered(QStringLiteral(QM_APP_DIR));
-    for (const QString &name : QDir(delivered.filePath(QStringLiteral("config"))).entryList(QDir::Files))
-        QFile::copy(delivered.filePath(QStringLiteral("config/") + name),
-            dir.path() + QStringLiteral("/app/config/") + name);
-    QFile port(dir.path() + QStringLiteral("/app/config/port.xml"));
-    QVERIFY(port.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    port.write("<config><port>" + unit.linkPath().toUtf8() + "</port></config>");
-    port.close();
+    QVERIFY(VunitProcess::writeAppDir(dir.path() + QStringLiteral("/app"), unit.linkPath()));
     AppPaths::setAppDir(dir.path() + QStringLiteral("/app"));
     const QString file = dir.path() + QStringLiteral("/three.cfg");
     Messages::setFileResponder([file](const QString &, const QString &, const QString &) { return file; });

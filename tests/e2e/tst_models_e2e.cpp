@@ -54,16 +54,7 @@ void TestModelsEndToEnd::modelPageFollowsTheUnit()
     VunitProcess unit(dir.path());
     QVERIFY(unit.start({ QStringLiteral("--model"), model, QStringLiteral("--module"), QString::number(module) }));
 
-    // The delivered data, with a port file naming the unit.
-    QDir().mkpath(dir.path() + QStringLiteral("/app/config"));
-    const QDir delivered(QStringLiteral(QM_APP_DIR));
-    for (const QString &name : QDir(delivered.filePath(QStringLiteral("config"))).entryList(QDir::Files))
-        QFile::copy(delivered.filePath(QStringLiteral("config/") + name), dir.path() + QStringLiteral("/app/config/") + name);
-    QFile::link(delivered.filePath(QStringLiteral("image")), dir.path() + QStringLiteral("/app/image"));
-    QFile port(dir.path() + QStringLiteral("/app/config/port.xml"));
-    QVERIFY(port.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    port.write("<config><port>" + unit.linkPath().toUtf8() + "</port></config>");
-    port.close();
+    QVERIFY(VunitProcess::writeAppDir(dir.path() + QStringLiteral("/app"), unit.linkPath()));
     AppPaths::setAppDir(dir.path() + QStringLiteral("/app"));
 
     MainWindow window;

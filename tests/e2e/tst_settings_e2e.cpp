@@ -58,15 +58,7 @@ void TestSettingsEndToEnd::initTestCase()
     m_unit = new VunitProcess(m_dir.path());
     QVERIFY(m_unit->start({ "--model", "ALDER", "--module", "0" }));
     const QString app = m_dir.path() + "/app";
-    QDir().mkpath(app + "/config");
-    const QDir delivered(QStringLiteral(QM_APP_DIR "/config"));
-    for (const QString &name : delivered.entryList(QDir::Files))
-        QFile::copy(delivered.filePath(name), app + "/config/" + name);
-    QFile port(app + "/config/port.xml");
-    QVERIFY(port.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    port.write("<config><port>" + m_unit->linkPath().toUtf8() + "</port></config>");
-    port.close();
-    QFile::remove(app + "/config/lastAddr.tmp");
+    QVERIFY(VunitProcess::writeAppDir(app, m_unit->linkPath()));
     AppPaths::setAppDir(app);
 
     Messages::setResponder([this](const Messages::Shown &shown) {

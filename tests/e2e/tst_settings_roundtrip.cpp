@@ -85,16 +85,7 @@ void TestSettingsRoundTrip::unitHoldsTheSameAfterResetAndFileLoad()
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
     QVERIFY(unit.start({ QStringLiteral("--model"), model }));
-    const QDir delivered(QStringLiteral(QM_APP_DIR));
-    QDir().mkpath(dir.filePath(QStringLiteral("app/config")));
-    for (const QString &name : QDir(delivered.filePath(QStringLiteral("config"))).entryList(QDir::Files))
-        QFile::copy(delivered.filePath(QStringLiteral("config/") + name),
-            dir.filePath(QStringLiteral("app/config/") + name));
-    QFile::link(delivered.filePath(QStringLiteral("image")), dir.filePath(QStringLiteral("app/image")));
-    QFile port(dir.filePath(QStringLiteral("app/config/port.xml")));
-    QVERIFY(port.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    port.write("<config><port>" + unit.linkPath().toUtf8() + "</port></config>");
-    port.close();
+    QVERIFY(VunitProcess::writeAppDir(dir.filePath(QStringLiteral("app")), unit.linkPath()));
     AppPaths::setAppDir(dir.filePath(QStringLiteral("app")));
 
     const QString file = dir.filePath(QStringLiteral("settings.cfg"));

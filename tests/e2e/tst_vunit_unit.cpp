@@ -47,21 +47,6 @@ QByteArray pattern(int size, int seed, int first)
     return out;
 }
 
-// A neutral tuning (no trim, phase or failsafe, travel 100 %, channels 1..14
-// on the controls in order, 15 and 16 on "NONE") with the test's edits.
-QByteArray sbusTuning(int port, std::function<void(QByteArray &)> edit)
-{
-    QByteArray t(85, '\0');
-    t[0] = char(port);
-    for (int c = 0; c < 16; ++c) {
-        t[17 + c] = t[33 + c] = char(100);
-        t[49 + c] = char(255);
-        t[69 + c] = char(c < 14 ? c : kMapNone);
-    }
-    edit(t);
-    return t;
-}
-
 QVector<quint16> words(const QByteArray &bytes, int from, int count)
 {
     QVector<quint16> out;
@@ -78,14 +63,12 @@ class TestVunitUnit : public QObject
 private Q_SLOTS:
     void writeThenReadRoundTrips_data();
     void writeThenReadRoundTrips();
-    void sbusPortsAreKeptApart();
     void factoryResetRestoresWrittenGroups();
     void canFrameWritesFollowFrameOrder();
     void reportLayout_data();
     void reportLayout();
     void mixing_data();
     void mixing();
-    void writtenSettingsShowInReport();
     void refusedCodesAnswerEE_data();
     void refusedCodesAnswerEE();
     void badRequestsAreIgnored_data();
@@ -162,18 +145,6 @@ void TestVunitUnit::writeThenReadRoundTrips()
     const Answer handed = interpretAnswer(answer.first().code, answer.first().payload);
     QVERIFY(handed.emits);
     QCOMPARE(handed.data, expected);
-}
-
-void TestVunitUnit::sbusPortsAreKeptApart()
-{
-    UnitModel unit(UnitConfig {});
-    const QByteArray port1Before = exchange(unit, SerialFrame::shortFrame(0xA3, 0)).first().payload;
-    exchange(unit, SerialFrame::encode(0xA4, pattern(85, 9, 1)));
-    exchange(unit, SerialFrame::encode(0xA8, pattern(17, 9, 1)));
-    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 0)).first().payload, port1Before);
-    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA7, 0)).first().payload, unit.store().sbusNone(0));
-    QCOMPARE(unit.store().sbusNone(0), UnitModel(UnitConfig {}).store().sbusNone(0));
-    QCOMPARE(exchange(unit, SerialFrame::shortFrame(0xA3, 1)).first().payload, pattern(85, 9, 1));
 }
 
 void TestVunitUnit::factoryResetRestoresWrittenGroups()
@@ -303,46 +274,6 @@ void TestVunitUnit::mixing()
     QFETCH(int, expected);
     const QVector<quint16> controls { quint16(input), 17, 1111 };
     QCOMPARE(mixChannel(setting, controls), expected);
-}
-
-void TestVunitUnit::writtenSettingsShowInReport()
-{
-    // What the SBUS page writes must show on the model page's bars.
-    UnitModel unit(UnitConfig {});
-    exchange(unit, SerialFrame::startUpload(2));
-    const QByteArray port1 = sbusTuning(0, [](QByteArray &t) {
-        for (int c = 0; c < 16; ++c)
-            t[17 + c] = t[33 + c] = char(150); // full travel
-        t[69 + 15] = char(kMapNone);
-    });
-    const QByteArray port2 = sbusTuning(1, [](QByteArray &t) {
-        for (int c = 0; c < 16; ++c)
-            t[17 + c] = t[33 + c] = char(150);
-        t[67] = char(0x05); // channels 1 and 3 reversed
-        t[69 + 1] = char(9); // channel 2 follows the second knob
-    });
-    QByteArray none1(17, '\0');
-    none1[16] = char(0x80 | 40); // channel 16: -40
-    QCOMPARE(exchange(unit,
-                 SerialFrame::encode(0xA4, port1) + SerialFrame::encode(0xA4, port2)
-                     + SerialFrame::encode(0xA8, none1))
-                 .size(),
-        3);
-
-    for (qint64 t = 0; t < 20000; t += 777) {
-        const QByteArray r = unit.reportPayload(t).mid(1);
-        const QVector<quint16> controls = words(r, 0, 14);
-        const QVector<quint16> sbus1 = words(r, 30, 16);
-        const QVector<quint16> sbus2 = words(r, 62, 16);
-        QCOMPARE(sbus1.at(0), controls.at(0));
-        QCOMPARE(sbus2.at(0), quint16(1200 - controls.at(0)));
-        QCOMPARE(sbus2.at(2), quint16(1200 - controls.at(2)));
-        QCOMPARE(sbus2.at(3), controls.at(3));
-        QCOMPARE(sbus2.at(1), controls.at(9));
-        QCOMPARE(sbus1.at(10), controls.at(10)); // a switch: 0, 600 or 1200 at full travel
-        QCOMPARE(sbus1.at(15), quint16(600 - 40 * 6));
-        QCOMPARE(sbus2.at(15), quint16(600 + 45 * 6)); // factory: "NONE" at 45
-    }
 }
 
 void TestVunitUnit::refusedCodesAnswerEE_data()

