@@ -51,8 +51,15 @@ QString appDir()
     const QString fromEnv = qEnvironmentVariable("QUILLMARK_APP_DIR");
     if (!fromEnv.isEmpty())
         return fromEnv;
-    return dataDirFor(QCoreApplication::applicationDirPath(),
-                      [](const QString &path) { return QFileInfo(path).isDir(); });
+    // Pictures are looked up on every paint: decide once per executable.
+    static QString executableDir;
+    static QString dataDir;
+    const QString here = QCoreApplication::applicationDirPath();
+    if (here != executableDir) {
+        executableDir = here;
+        dataDir = dataDirFor(here, [](const QString &path) { return QFileInfo(path).isDir(); });
+    }
+    return dataDir;
 }
 
 void setAppDir(const QString &dir)
