@@ -8,6 +8,7 @@
 #include "ModelDefaults.h"
 #include "ParameterFile.h"
 #include "PageHost.h"
+#include "RFRadioConfig.h"
 #include "SettingPage.h"
 #include "SettingPages.h"
 
@@ -104,7 +105,7 @@ ChannelListenInterface::ChannelListenInterface(int model, QWidget *parent)
     for (int section : { SectionChannelHold, SectionButtons, SectionComprehensive })
         setSectionPage(section, createSettingPage(section, this));
     if (module == 1)
-        setSectionPage(SectionRadioModule, createSettingPage(SectionRadioModule, this));
+        setSectionPage(SectionRadioModule, new RFRadioConfig(this));
     else if (module == 2)
         setSectionPage(SectionCustomOutput, createSettingPage(SectionCustomOutput, this));
     refreshPages();

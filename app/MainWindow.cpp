@@ -12,6 +12,7 @@
 #include "ModelInterface.h"
 #include "ModelPages.h"
 #include "ParameterFile.h"
+#include "RFRadioConfig.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
 #include "StartupRules.h"
@@ -214,6 +215,11 @@ void MainWindow::createHub()
     if (SettingPage *page = m_hub->page(SectionComprehensive)) {
         if (auto *search = page->findChild<QPushButton *>(QStringLiteral("searchDevices")))
             connect(search, &QPushButton::clicked, this, &MainWindow::slot_searchDevices);
+    }
+    // The module power page's resets go out from here.
+    if (auto *radio = qobject_cast<RFRadioConfig *>(m_hub->page(SectionRadioModule))) {
+        connect(radio, &RFRadioConfig::signal_resetModule_ground, this, &MainWindow::slot_moduleGroundReset);
+        connect(radio, &RFRadioConfig::signal_resetModule_air, this, &MainWindow::slot_moduleAirReset);
     }
     // The custom output page's refresh reads its CAN frames back from the unit.
     if (SettingPage *custom = m_hub->page(SectionCustomOutput)) {

@@ -148,8 +148,8 @@ void ParameterStore::seedSimpleGroups()
     m_values.insert(Code::ReadSbusProtocol, bytes({ 0x90 })); // SBUS 1 V1.0, SBUS 2 V2.0
     // SBUS control by the first switch: per position two bytes of two flags.
     m_values.insert(Code::ReadSbusControl, bytes({ 0, 0x11, 0x00, 0x01, 0x10, 0x10, 0x11 }));
-    m_values.insert(Code::ReadModulePower, bytes({ 1, 0 })); // module power on, ROM off
-    m_values.insert(Code::ReadModuleSwitch, bytes({ kNoSwitch, 3 })); // no physical switch, 3
+    m_values.insert(Code::ReadModulePower, bytes({ 1, 1 })); // module power on, ROM on
+    m_values.insert(Code::ReadModuleSwitch, bytes({ 1, 6 })); // powered from switch SB, 6
     m_values.insert(Command::ReadExternalCharging, bytes({ 0 })); // external charging off
 }
 
