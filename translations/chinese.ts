@@ -555,6 +555,65 @@
     </message>
 </context>
 <context>
+    <name>RFRadioConfig</name>
+    <message>
+        <source>电源控制 : </source>
+        <translation>电源控制 : </translation>
+    </message>
+    <message>
+        <source>电源物理开关控制 : </source>
+        <translation>电源物理开关控制 : </translation>
+    </message>
+    <message>
+        <source>重置地面端模块 : </source>
+        <translation>重置地面端模块 : </translation>
+    </message>
+    <message>
+        <source>重置天空端模块 : </source>
+        <translation>重置天空端模块 : </translation>
+    </message>
+    <message>
+        <source>模块参数配置 : </source>
+        <translation>模块参数配置 : </translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>配置</source>
+        <translation>配置</translation>
+    </message>
+    <message>
+        <source>地面端模组恢复出厂设置成功</source>
+        <translation>地面端模组恢复出厂设置成功</translation>
+    </message>
+    <message>
+        <source>地面端模组恢复出厂设置失败</source>
+        <translation>地面端模组恢复出厂设置失败</translation>
+    </message>
+    <message>
+        <source>天空端模块恢复出厂设置成功</source>
+        <translation>天空端模块恢复出厂设置成功</translation>
+    </message>
+    <message>
+        <source>天空端模块恢复出厂设置失败</source>
+        <translation>天空端模块恢复出厂设置失败</translation>
+    </message>
+    <message>
+        <source>重置图传模块</source>
+        <translation>重置图传模块</translation>
+    </message>
+    <message>
+        <source>确认要重置地面端模块吗！</source>
+        <translation>确认要重置地面端模块吗！</translation>
+    </message>
+    <message>
+        <source>确认要重置天空端模块吗！</source>
+        <translation>确认要重置天空端模块吗！</translation>
+    </message>
+</context>
+<context>
     <name>SbusConfig</name>
     <message>
         <source>舵机相位</source>

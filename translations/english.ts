@@ -555,6 +555,65 @@
     </message>
 </context>
 <context>
+    <name>RFRadioConfig</name>
+    <message>
+        <source>电源控制 : </source>
+        <translation>Power control : </translation>
+    </message>
+    <message>
+        <source>电源物理开关控制 : </source>
+        <translation>Physical power switch : </translation>
+    </message>
+    <message>
+        <source>重置地面端模块 : </source>
+        <translation>Reset ground module : </translation>
+    </message>
+    <message>
+        <source>重置天空端模块 : </source>
+        <translation>Reset air module : </translation>
+    </message>
+    <message>
+        <source>模块参数配置 : </source>
+        <translation>Module parameters : </translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>配置</source>
+        <translation>Configure</translation>
+    </message>
+    <message>
+        <source>地面端模组恢复出厂设置成功</source>
+        <translation>Ground module restored to factory settings</translation>
+    </message>
+    <message>
+        <source>地面端模组恢复出厂设置失败</source>
+        <translation>Ground module factory reset failed</translation>
+    </message>
+    <message>
+        <source>天空端模块恢复出厂设置成功</source>
+        <translation>Air module restored to factory settings</translation>
+    </message>
+    <message>
+        <source>天空端模块恢复出厂设置失败</source>
+        <translation>Air module factory reset failed</translation>
+    </message>
+    <message>
+        <source>重置图传模块</source>
+        <translation>Reset radio module</translation>
+    </message>
+    <message>
+        <source>确认要重置地面端模块吗！</source>
+        <translation>Reset the ground module?</translation>
+    </message>
+    <message>
+        <source>确认要重置天空端模块吗！</source>
+        <translation>Reset the air module?</translation>
+    </message>
+</context>
+<context>
     <name>SbusConfig</name>
     <message>
         <source>舵机相位</source>

@@ -228,6 +228,18 @@ int main(int argc, char **argv)
         ok &= save(&hub, full, QStringLiteral("%1/hub_module%2.png").arg(out).arg(module));
         hub.on_comprehensiveConfig_clicked();
         ok &= save(&hub, smallest, QStringLiteral("%1/hub_module%2_smallest.png").arg(out).arg(module));
+        if (module == 1) {
+            // The module power page as the unit's factory answers fill it.
+            hub.on_rfRadioConfig_clicked();
+            Vunit::UnitModel unit(Vunit::UnitConfig {});
+            QStringList notes;
+            for (const Request &request : Sequences::readGroup(SectionRadioModule)) {
+                const QByteArray &f = request.frame;
+                for (const QByteArray &frame : unit.handle(quint8(f.at(1)), f.mid(4, f.size() - 5), 0, &notes))
+                    deliver(hub, frame);
+            }
+            ok &= save(&hub, full, QStringLiteral("%1/settings_module_power.png").arg(out));
+        }
     }
     return ok ? 0 : 1;
 }
