@@ -6,7 +6,9 @@
 #
 # MODEL is ALDER (default), BIRCH, CEDAR, LARCH, MAPLE, ROWAN or WILLO. Other
 # options go to the virtual unit (see build/bin/quillmark-vunit --help), for
-# example --noise, --split, --delay 30, --refuse 0xA3.
+# example --noise, --split, --delay 30, --refuse 0xA3. With --module 1 a
+# simulated radio module (build/bin/quillmark-modulesim) runs beside the unit on
+# 127.0.0.1 and QUILLMARK_MODULE_ADDRESS points the module windows at it.
 #
 # Builds what is missing (scripts/build.sh), starts the unit on a
 # pseudo-terminal and runs build/bin/quillmark with QUILLMARK_APP_DIR pointing
@@ -23,11 +25,18 @@ bin=$build/bin
 
 model=ALDER
 unit_args=()
+with_module=0
+prev=
 for arg in "$@"; do
+    # --module 1 also starts the simulated module; the unit gets it as well.
+    if [[ "$prev" == --module && "$arg" == 1 ]] || [[ "$arg" == --module=1 ]]; then
+        with_module=1
+    fi
+    prev=$arg
     case ${arg^^} in
     ALDER | BIRCH | CEDAR | LARCH | MAPLE | ROWAN | WILLO | WILLOW) model=${arg^^} ;;
     -H | --HELP)
-        sed -n '2,15p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//'
+        sed -n '2,17p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//'
         exit 0
         ;;
     *) unit_args+=("$arg") ;;
@@ -39,11 +48,14 @@ QM_BUILD_DIR=$build bash "$root/scripts/build.sh"
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/quillmark-run.XXXXXX")
 unit_pid=
+sim_pid=
 cleanup() {
-    if [[ -n "$unit_pid" ]] && kill -0 "$unit_pid" 2>/dev/null; then
-        kill -TERM "$unit_pid" 2>/dev/null || true
-        wait "$unit_pid" 2>/dev/null || true
-    fi
+    for pid in "$unit_pid" "$sim_pid"; do
+        if [[ -n "$pid" ]] && kill -0 "$pid" 2>/dev/null; then
+            kill -TERM "$pid" 2>/dev/null || true
+            wait "$pid" 2>/dev/null || true
+        fi
+    done
     rm -rf "$work"
 }
 trap cleanup EXIT
@@ -66,6 +78,23 @@ app=$work/app
 make_app_dir "$bin" "$app" "$pty"
 
 echo "run.sh: virtual $model on $pty" >&2
+
+if [[ $with_module == 1 ]]; then
+    "$bin/quillmark-modulesim" --listen 127.0.0.1:0 >"$work/module" &
+    sim_pid=$!
+    for _ in $(seq 100); do
+        grep -q '^listening on ' "$work/module" 2>/dev/null && break
+        if ! kill -0 "$sim_pid" 2>/dev/null; then
+            echo "run.sh: the simulated module did not start" >&2
+            exit 1
+        fi
+        sleep 0.1
+    done
+    port=$(sed -n 's/^listening on 127\.0\.0\.1:\([0-9]*\)$/\1/p' "$work/module" | head -n 1)
+    [[ -n "$port" ]] || { echo "run.sh: the simulated module printed no port" >&2; exit 1; }
+    export QUILLMARK_MODULE_ADDRESS=127.0.0.1:$port
+    echo "run.sh: simulated radio module on $QUILLMARK_MODULE_ADDRESS" >&2
+fi
 set +e
 QUILLMARK_APP_DIR=$app "$bin/quillmark"
 status=$?
