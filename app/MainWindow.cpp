@@ -12,6 +12,7 @@
 #include "ModelInterface.h"
 #include "ModelPages.h"
 #include "ParameterFile.h"
+#include "RFParaConfig.h"
 #include "RFRadioConfig.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
@@ -44,9 +45,6 @@ MainWindow::MainWindow(QWidget *parent)
     ui->setupUi(this);
     g_mainWindow = this;
     m_connectingScreen = ui->centralwidget;
-    // The radio module management window arrives with the radio module
-    // windows; until then its button stays out of sight.
-    ui->pushButton->hide();
 
     setWindowTitle(QStringLiteral("Brenvo-remote controller 1.5.0"));
     m_configDir = AppPaths::file(QStringLiteral("/config/"));
@@ -487,6 +485,8 @@ void MainWindow::slot_flushFrameButton_clicked()
 
 void MainWindow::on_pushButton_clicked()
 {
-    // Opens the radio module management window once it exists (see the
-    // constructor: the button is hidden until then).
+    // Each press opens another module window; it lives until it is closed.
+    auto *window = new RFParaConfig;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
 }

@@ -1,0 +1,532 @@
+#include "RFParaConfig.h"
+
+#include "LogWindowFactory.h"
+#include "Messages.h"
+#include "ModuleAddress.h"
+#include "ModuleLabels.h"
+#include "ModuleReplies.h"
+#include "ui_RFParaConfig.h"
+
+#include <QLoggingCategory>
+#include <QNetworkAccessManager>
+#include <QNetworkProxy>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTcpSocket>
+#include <QTimer>
+
+namespace
+{
+
+Q_LOGGING_CATEGORY(lcModuleWindow, "quillmark.radio")
+
+constexpr int kConnectWaitMs = 5000;
+constexpr int kReconnectWaitMs = 3000;
+constexpr int kTickMs = 5000;
+// The module's replies are short texts; the kernel messages behind the
+// temperature are the longest. A reply beyond this is cut off and counts as
+// a network error instead of filling the memory.
+constexpr qint64 kMaxReplyBytes = 16 * 1024 * 1024;
+
+const char kUrgent[] = "urgent";
+
+QString iconStyle(const char *icon, bool active)
+{
+    return QStringLiteral("image: url(:/button/image/%1%2.svg);")
+        .arg(QLatin1String(icon), active ? QString() : QStringLiteral("_gray"));
+}
+
+} // namespace
+
+RFParaConfig::RFParaConfig(QWidget *parent)
+    : QWidget(parent)
+    , ui(new Ui::RFParaConfig)
+    , m_network(new QNetworkAccessManager(this))
+    , m_socket(new QTcpSocket(this))
+    , m_timer(new QTimer(this))
+    , m_probeDeadline(new QTimer(this))
+{
+    ui->setupUi(this);
+    ui->lineEdit_ip->setText(ModuleAddress::startAddress());
+    ui->link->setProperty(kUrgent, false);
+
+    // The module sits on the local network: a proxy configured for the
+    // desktop must never see its traffic.
+    m_network->setProxy(QNetworkProxy::NoProxy);
+    m_socket->setProxy(QNetworkProxy::NoProxy);
+
+    for (QLineEdit *part : { ui->ip_1, ui->ip_2, ui->ip_3, ui->ip_4 })
+        part->setValidator(new QIntValidator(1, 255, part));
+
+    m_refreshButtons = { ui->device_switch_flush, ui->device_restart_flush, ui->band_flush, ui->passwd_flush,
+        ui->mode_flush, ui->ip_flush, ui->hopping_flush, ui->dstc_flush, ui->dssmtp_flush, ui->group_flush,
+        ui->dsonscap_flush };
+    m_setButtons = { ui->device_switch_config, ui->device_restart_config, ui->band_config, ui->passwd_config,
+        ui->mode_config, ui->ip_config, ui->hopping_config, ui->dstc_config, ui->dssmtp_config,
+        ui->group_config, ui->dsonscap_config, ui->atCmd_config };
+    updateRowButtons();
+    setDsonscapRowVisible(false);
+
+    connect(m_timer, &QTimer::timeout, this, &RFParaConfig::on_timeout);
+    m_probeDeadline->setSingleShot(true);
+    connect(m_probeDeadline, &QTimer::timeout, this, [this] {
+        m_socket->abort();
+        finishProbe(false);
+    });
+    connect(m_socket, &QTcpSocket::connected, this, [this] {
+        if (m_probe != Probe::None)
+            finishProbe(true);
+    });
+    connect(m_socket, &QTcpSocket::errorOccurred, this, [this] {
+        if (m_probe != Probe::None && m_socket->state() != QAbstractSocket::ConnectedState)
+            finishProbe(false);
+    });
+}
+
+RFParaConfig::~RFParaConfig()
+{
+    delete ui;
+}
+
+// ---- connection ----
+
+void RFParaConfig::on_link_clicked()
+{
+    ui->link->setEnabled(false);
+    if (ui->link->property(kUrgent).toBool()) {
+        m_probe = Probe::None;
+        m_probeDeadline->stop();
+        m_socket->abort();
+        m_timer->stop();
+        ui->temperature->clear();
+        setConnected(false);
+        ui->link->setEnabled(true);
+        return;
+    }
+    // The address stays as it is while the module is tried, so that the
+    // forms later go where the probe went.
+    ui->lineEdit_ip->setEnabled(false);
+    startProbe(Probe::Connect, kConnectWaitMs);
+}
+
+void RFParaConfig::on_timeout()
+{
+    if (m_probe != Probe::None)
+        return; // the previous tick is still trying to reach the module
+    if (m_socket->state() == QAbstractSocket::ConnectedState) {
+        post(ModuleForms::temperature(), [this](bool failed, const QByteArray &body) {
+            if (!ui->link->property(kUrgent).toBool())
+                return; // a late reply after the user disconnected
+            if (failed) {
+                ui->temperature->clear();
+                return;
+            }
+            if (const auto value = ModuleReplies::temperature(body))
+                ui->temperature->setText(ModuleLabels::temperature(*value));
+        });
+        return;
+    }
+    startProbe(Probe::Reconnect, kReconnectWaitMs);
+}
+
+void RFParaConfig::startProbe(Probe kind, int waitMs)
+{
+    m_probe = kind;
+    m_socket->abort();
+    const ModuleAddress::Endpoint endpoint = ModuleAddress::parse(ui->lineEdit_ip->text());
+    if (!endpoint.valid) {
+        finishProbe(false); // an address that cannot be reached at all
+        return;
+    }
+    ModuleAddress::guard(endpoint);
+    m_probeDeadline->start(waitMs);
+    m_socket->connectToHost(
+        endpoint.host, endpoint.port, QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
+}
+
+void RFParaConfig::finishProbe(bool reached)
+{
+    const Probe kind = m_probe;
+    m_probe = Probe::None;
+    m_probeDeadline->stop();
+    qCDebug(lcModuleWindow) << "module" << ui->lineEdit_ip->text() << (reached ? "reached" : "not reached");
+    if (kind == Probe::Connect) {
+        if (reached) {
+            setConnected(true);
+            m_timer->start(kTickMs);
+        } else {
+            connectionFailed();
+        }
+        ui->link->setEnabled(true);
+    } else if (kind == Probe::Reconnect && !reached) {
+        m_timer->stop();
+        ui->temperature->clear();
+        connectionFailed();
+    }
+}
+
+void RFParaConfig::connectionFailed()
+{
+    m_socket->abort();
+    setConnected(false);
+    showMessage(tr("连接失败"), tr("无法访问主机"));
+}
+
+void RFParaConfig::setConnected(bool connected)
+{
+    ui->link->setProperty(kUrgent, connected);
+    ui->link->setStyleSheet(iconStyle(connected ? "disconnect" : "connect", true));
+    ui->lineEdit_ip->setEnabled(!connected);
+    m_nodeType = -1; // learnt again from the module on every connection
+    updateRowButtons();
+}
+
+// ---- row buttons ----
+
+bool RFParaConfig::rowAllowed(const QPushButton *button) const
+{
+    // Hopping and the slot ratio are settings of a centre node, the maximum
+    // transmit power one of an access node.
+    if (button == ui->hopping_flush || button == ui->hopping_config || button == ui->dstc_flush
+        || button == ui->dstc_config)
+        return m_nodeType == 1;
+    if (button == ui->dssmtp_flush || button == ui->dssmtp_config)
+        return m_nodeType == 2;
+    return true;
+}
+
+void RFParaConfig::updateRowButtons()
+{
+    const bool connected = ui->link->property(kUrgent).toBool();
+    for (QPushButton *button : qAsConst(m_refreshButtons)) {
+        const bool active = connected && rowAllowed(button);
+        button->setEnabled(active);
+        button->setStyleSheet(iconStyle("flush", active));
+    }
+    for (QPushButton *button : qAsConst(m_setButtons)) {
+        const bool active = connected && rowAllowed(button);
+        button->setEnabled(active);
+        button->setStyleSheet(iconStyle("config", active));
+    }
+    ui->drpr_log_create->setEnabled(connected);
+    ui->drpr_log_create->setStyleSheet(iconStyle("add", connected));
+}
+
+void RFParaConfig::setDsonscapRowVisible(bool visible)
+{
+    for (QWidget *w : std::initializer_list<QWidget *> { ui->label_dsonscap, ui->dsonscap_info,
+             ui->dsonscap_mode, ui->dsonscap_flush, ui->dsonscap_config })
+        w->setVisible(visible);
+}
+
+void RFParaConfig::on_falcon_series_toggled(bool checked)
+{
+    // Falcon modules have a 500/600M band where the others have 800M, no
+    // 2.4G band, and carrier aggregation / MIMO settings.
+    ui->radio_800M->setText(checked ? QStringLiteral("500/600M") : QStringLiteral("800M"));
+    ui->radio_2400M->setVisible(!checked);
+    setDsonscapRowVisible(checked);
+}
+
+void RFParaConfig::showMessage(const QString &title, const QString &text)
+{
+    Messages::information(this, title, text);
+}
+
+// ---- posting ----
+
+void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
+{
+    const QUrl url = ModuleForms::url(ui->lineEdit_ip->text(), form.endpoint);
+    // Guard the host the request really goes to.
+    ModuleAddress::Endpoint target;
+    target.host = url.host();
+    target.port = quint16(url.port(80));
+    target.valid = url.isValid() && !target.host.isEmpty();
+    if (!target.valid) {
+        handler(true, QByteArray());
+        return;
+    }
+    ModuleAddress::guard(target);
+
+    QNetworkRequest request(url);
+    request.setHeader(
+        QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
+    qCDebug(lcModuleWindow) << "post" << url.toString() << form.body;
+    QNetworkReply *reply = m_network->post(request, ModuleForms::bodyBytes(form));
+    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64) {
+        if (received > kMaxReplyBytes)
+            reply->abort();
+    });
+    connect(reply, &QNetworkReply::finished, this, [reply, handler = std::move(handler)] {
+        const bool failed = reply->error() != QNetworkReply::NoError;
+        const QByteArray body = failed ? QByteArray() : reply->readAll();
+        qCDebug(lcModuleWindow) << "reply" << reply->url().path()
+                                << (failed ? reply->errorString() : body.left(200));
+        reply->deleteLater();
+        handler(failed, body);
+    });
+}
+
+void RFParaConfig::query(const char *command, ReplyHandler handler)
+{
+    post(ModuleForms::atCommand(QLatin1String(command)),
+        [handler = std::move(handler)](bool failed, const QByteArray &body) {
+            if (!failed)
+                handler(false, body);
+        });
+}
+
+void RFParaConfig::postSet(const ModuleForms::Form &form, QPushButton *refresh)
+{
+    post(form, [this, refresh](bool failed, const QByteArray &body) {
+        switch (ModuleReplies::setResult(failed, body)) {
+        case ModuleReplies::SetResult::Failed:
+            showMessage(tr("更新"), tr("更新失败"));
+            break;
+        case ModuleReplies::SetResult::Succeeded:
+            showMessage(tr("更新"), tr("更新成功"));
+            QMetaObject::invokeMethod(refresh, &QPushButton::click, Qt::QueuedConnection);
+            break;
+        case ModuleReplies::SetResult::Ignored:
+            break;
+        }
+    });
+}
+
+void RFParaConfig::selectionSet(const char *prefix, int index, QPushButton *refresh)
+{
+    const auto command = ModuleForms::selectionCommand(prefix, index);
+    if (!command) {
+        showMessage(tr("警告"), tr("请选择一个选项!"));
+        return;
+    }
+    postSet(ModuleForms::atCommand(*command), refresh);
+}
+
+// ---- rows ----
+
+void RFParaConfig::on_device_switch_flush_clicked()
+{
+    query(ModuleForms::kQueryModem, [this](bool, const QByteArray &body) {
+        if (const auto on = ModuleReplies::modemSwitch(body)) {
+            const QString text = ModuleLabels::currentValue(ModuleLabels::onOff(*on));
+            ui->device_switch_info->setText(text);
+            ui->device_restart_info->setText(text);
+        }
+    });
+}
+
+void RFParaConfig::on_device_switch_config_clicked()
+{
+    selectionSet(ModuleForms::kSetModem, ui->device_switch->currentIndex(), ui->device_switch_flush);
+}
+
+void RFParaConfig::on_device_restart_flush_clicked()
+{
+    on_device_switch_flush_clicked();
+}
+
+void RFParaConfig::on_device_restart_config_clicked()
+{
+    // The restart form answers with a page of its own: any reply is success.
+    post(ModuleForms::restart(), [this](bool failed, const QByteArray &) {
+        if (failed) {
+            showMessage(tr("更新"), tr("更新失败"));
+            return;
+        }
+        showMessage(tr("更新"), tr("更新成功"));
+        QMetaObject::invokeMethod(ui->device_restart_flush, &QPushButton::click, Qt::QueuedConnection);
+    });
+}
+
+void RFParaConfig::on_band_flush_clicked()
+{
+    query(ModuleForms::kQueryBands, [this](bool, const QByteArray &body) {
+        const auto bits = ModuleReplies::bands(body);
+        if (!bits)
+            return;
+        ui->band_info->setText(ModuleLabels::bands(*bits));
+        const ModuleLabels::BandButtons checked = ModuleLabels::bandButtons(*bits);
+        ui->radio_800M->setChecked(checked.band800);
+        ui->radio_1400M->setChecked(checked.band1400);
+        ui->radio_2400M->setChecked(checked.band2400);
+    });
+}
+
+void RFParaConfig::on_band_config_clicked()
+{
+    const auto command = ModuleForms::bandCommand(ui->radio_800M->isChecked(), ui->radio_1400M->isChecked(),
+        ui->radio_2400M->isChecked(), ui->falcon_series->isChecked());
+    if (!command) {
+        showMessage(tr("警告"), tr("请选择一个频段!"));
+        return;
+    }
+    postSet(ModuleForms::atCommand(*command), ui->band_flush);
+}
+
+void RFParaConfig::on_passwd_flush_clicked()
+{
+    query(ModuleForms::kQueryLinkKey, [this](bool, const QByteArray &body) {
+        if (const auto key = ModuleReplies::linkKey(body))
+            ui->passwd_info->setText(ModuleLabels::currentValue(*key));
+    });
+}
+
+void RFParaConfig::on_passwd_config_clicked()
+{
+    const QString key = ui->passwd->text();
+    if (!ModuleForms::keyAcceptable(key)) {
+        showMessage(
+            tr("警告"), tr("十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数"));
+        return;
+    }
+    postSet(ModuleForms::linkKey(key), ui->passwd_flush);
+}
+
+void RFParaConfig::on_mode_flush_clicked()
+{
+    query(ModuleForms::kQueryNodeType, [this](bool, const QByteArray &body) {
+        const auto types = ModuleReplies::nodeTypes(body);
+        if (!types)
+            return;
+        const QString current = ModuleLabels::currentType(types->current);
+        const QString configured = ModuleLabels::configuredType(types->configured);
+        if (!current.isEmpty())
+            ui->mode_cur_info->setText(current);
+        if (!configured.isEmpty())
+            ui->mode_set_info->setText(configured);
+        if (ui->link->property(kUrgent).toBool()) {
+            m_nodeType = types->current;
+            updateRowButtons();
+        }
+    });
+}
+
+void RFParaConfig::on_mode_config_clicked()
+{
+    const int index = ui->mode->currentIndex();
+    if (index < 0) {
+        showMessage(tr("警告"), tr("请选择一个选项!"));
+        return;
+    }
+    postSet(ModuleForms::nodeType(index), ui->mode_flush);
+}
+
+void RFParaConfig::on_ip_flush_clicked()
+{
+    query(ModuleForms::kQueryIp, [this](bool, const QByteArray &body) {
+        if (const auto address = ModuleReplies::moduleIp(body))
+            ui->ip_info->setText(ModuleLabels::ip(*address));
+    });
+}
+
+void RFParaConfig::on_ip_config_clicked()
+{
+    const auto address
+        = ModuleForms::joinIp({ ui->ip_1->text(), ui->ip_2->text(), ui->ip_3->text(), ui->ip_4->text() });
+    if (!address) {
+        showMessage(tr("警告"), tr("请输入完整的IP地址!"));
+        return;
+    }
+    // The module moves to the new address at once and its answer may never
+    // come back here: the user reconnects at the new address.
+    post(ModuleForms::moduleIp(*address), [](bool, const QByteArray &) {});
+    showMessage(tr("更新"), tr("更新成功"));
+    ui->link->click();
+}
+
+void RFParaConfig::on_hopping_flush_clicked()
+{
+    query(ModuleForms::kQueryHopping, [this](bool, const QByteArray &body) {
+        if (const auto on = ModuleReplies::hopping(body))
+            ui->hopping_info->setText(ModuleLabels::currentValue(ModuleLabels::onOff(*on)));
+    });
+}
+
+void RFParaConfig::on_hopping_config_clicked()
+{
+    selectionSet(ModuleForms::kSetHopping, ui->hopping->currentIndex(), ui->hopping_flush);
+}
+
+void RFParaConfig::on_dstc_flush_clicked()
+{
+    query(ModuleForms::kQuerySlotRatio, [this](bool, const QByteArray &body) {
+        if (const auto ratio = ModuleReplies::slotRatio(body))
+            ui->dstc_info->setText(ModuleLabels::currentValue(ui->dstc->itemText(*ratio)));
+    });
+}
+
+void RFParaConfig::on_dstc_config_clicked()
+{
+    selectionSet(ModuleForms::kSetSlotRatio, ui->dstc->currentIndex(), ui->dstc_flush);
+}
+
+void RFParaConfig::on_dssmtp_flush_clicked()
+{
+    query(ModuleForms::kQueryMaxPower, [this](bool, const QByteArray &body) {
+        if (const auto power = ModuleReplies::maxPower(body))
+            ui->dssmtp_info->setText(ModuleLabels::maxPower(*power));
+    });
+}
+
+void RFParaConfig::on_dssmtp_config_clicked()
+{
+    postSet(ModuleForms::atCommand(ModuleForms::maxPowerCommand(ui->dssmtp->text())), ui->dssmtp_flush);
+}
+
+void RFParaConfig::on_group_flush_clicked()
+{
+    query(ModuleForms::kQueryLinkGroup, [this](bool, const QByteArray &body) {
+        const auto group = ModuleReplies::linkGroup(body, ui->falcon_series->isChecked());
+        if (!group)
+            return;
+        ui->fre_point_info->setText(ModuleLabels::currentValue(QString::number(group->frequency)));
+        ui->baud_info->setText(
+            ModuleLabels::currentValue(ui->baud->itemText(ModuleLabels::bandwidthItem(group->bandwidth))));
+        ui->power_info->setText(ModuleLabels::currentValue(QString::number(group->power)));
+    });
+}
+
+void RFParaConfig::on_group_config_clicked()
+{
+    const QString command = ModuleForms::linkGroupCommand(
+        ui->fre_point->text(), ui->baud->currentIndex(), ui->baud->count(), ui->power->text());
+    postSet(ModuleForms::atCommand(command), ui->group_flush);
+}
+
+void RFParaConfig::on_dsonscap_flush_clicked()
+{
+    query(ModuleForms::kQueryCarrier, [this](bool, const QByteArray &body) {
+        if (const auto mode = ModuleReplies::carrierAggregation(body))
+            ui->dsonscap_info->setText(ModuleLabels::carrier(ui->dsonscap_mode->itemText(*mode)));
+    });
+}
+
+void RFParaConfig::on_dsonscap_config_clicked()
+{
+    selectionSet(ModuleForms::kSetCarrier, ui->dsonscap_mode->currentIndex(), ui->dsonscap_flush);
+}
+
+void RFParaConfig::on_drpr_log_create_clicked()
+{
+    QWidget *log = createLogWindow();
+    log->setAttribute(Qt::WA_DeleteOnClose);
+    log->show();
+}
+
+void RFParaConfig::on_atCmd_config_clicked()
+{
+    const QString command = ui->atCmd->text();
+    if (command.isEmpty()) {
+        showMessage(tr("警告"), tr("请输入AT指令!"));
+        return;
+    }
+    post(ModuleForms::atCommand(command), [this](bool failed, const QByteArray &body) {
+        if (failed) {
+            showMessage(tr("更新"), tr("更新失败"));
+            return;
+        }
+        ui->display->setPlainText(QString::fromLocal8Bit(body));
+    });
+}
