@@ -8,6 +8,7 @@
 #include "ModulePowerCodec.h"
 #include "PageHost.h"
 #include "PhaseSwitch.h"
+#include "RFParaConfig.h"
 #include "SectionWidgets.h"
 
 #include <QComboBox>
@@ -239,5 +240,8 @@ void RFRadioConfig::on_button_moduleAriReset_clicked()
 
 void RFRadioConfig::on_button_moduleParamSet_clicked()
 {
-    // Opens the module's management window (arrives with it).
+    // Each press opens another module window; it lives until it is closed.
+    auto *window = new RFParaConfig;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
 }
