@@ -107,4 +107,24 @@ QString temperature(const QString &value)
     return QStringLiteral("Temperature: ") + value + QStringLiteral(" \u00B0C");
 }
 
+QString consoleText(const QByteArray &reply)
+{
+    const QString text = QString::fromLocal8Bit(reply.constData(), reply.size());
+    QString shown;
+    shown.reserve(text.size() + text.size() / kConsoleLineLength);
+    int run = 0;
+    for (const QChar c : text) {
+        if (c == QLatin1Char('\n')) {
+            run = 0;
+        } else if (run == kConsoleLineLength) {
+            shown += QLatin1Char('\n');
+            run = 1;
+        } else {
+            ++run;
+        }
+        shown += c;
+    }
+    return shown;
+}
+
 } // namespace ModuleLabels

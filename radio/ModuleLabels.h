@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QtGlobal>
 
@@ -37,5 +38,12 @@ QString carrier(const QString &item);
 int bandwidthItem(int code);
 // "Temperature: 45 °C"
 QString temperature(const QString &value);
+
+// A console reply as the console shows it: all of it, decoded with the local
+// code page, with lines longer than kConsoleLineLength characters broken
+// into pieces of that length. The modem's lines are short; an endless line
+// would take the text view minutes to lay out.
+constexpr int kConsoleLineLength = 1024;
+QString consoleText(const QByteArray &reply);
 
 } // namespace ModuleLabels

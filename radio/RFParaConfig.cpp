@@ -527,6 +527,6 @@ void RFParaConfig::on_atCmd_config_clicked()
             showMessage(tr("更新"), tr("更新失败"));
             return;
         }
-        ui->display->setPlainText(QString::fromLocal8Bit(body));
+        ui->display->setPlainText(ModuleLabels::consoleText(body));
     });
 }

@@ -5,6 +5,7 @@
 #include "Messages.h"
 #include "ModelInterface.h"
 #include "PtyPeer.h"
+#include "RFParaConfig.h"
 #include "SettingPage.h"
 
 #include <QLabel>
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
     void startupAsksForModuleKindThenIdentity();
+    void addButtonOpensAModuleWindowPerPress();
     void identificationShowsTheModelPage();
     void unknownModelIsIgnored();
     void moduleKindOutsideRangeIsKept();
@@ -132,6 +134,28 @@ void TestMainWindow::startupAsksForModuleKindThenIdentity()
     QCOMPARE(m_window->centralWidget()->findChild<QLabel *>("label_state")->text(),
              QStringLiteral("Remote control unit is connecting..."));
     QCOMPARE(m_window->windowTitle(), QStringLiteral("Brenvo-remote controller 1.5.0"));
+}
+
+void TestMainWindow::addButtonOpensAModuleWindowPerPress()
+{
+    const auto moduleWindows = [] {
+        QList<RFParaConfig *> found;
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            if (auto *page = qobject_cast<RFParaConfig *>(w); page && page->isVisible())
+                found.append(page);
+        }
+        return found;
+    };
+    auto *add = m_window->findChild<QPushButton *>("pushButton");
+    QVERIFY(add->isVisible());
+    QTest::mouseClick(add, Qt::LeftButton);
+    QTest::mouseClick(add, Qt::LeftButton);
+    const QList<RFParaConfig *> opened = moduleWindows();
+    QCOMPARE(opened.size(), 2);
+    QCOMPARE(opened.first()->windowTitle(), QStringLiteral("RF Radio Setting V1.1.0"));
+    for (RFParaConfig *page : opened)
+        page->close();
+    QTRY_VERIFY(moduleWindows().isEmpty());
 }
 
 void TestMainWindow::identificationShowsTheModelPage()

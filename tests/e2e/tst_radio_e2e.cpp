@@ -8,6 +8,7 @@
 #include "MainWindow.h"
 #include "Messages.h"
 #include "PhaseSwitch.h"
+#include "RFParaConfig.h"
 #include "RFRadioConfig.h"
 #include "VunitProcess.h"
 
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void resetAsksFirstAndWaitsForTheAnswer_data();
     void resetAsksFirstAndWaitsForTheAnswer();
     void answersOfOtherLengthsChangeNothing();
+    void configButtonOpensAModuleWindowPerPress();
 
 private:
     template<typename T> T *child(const char *name)
@@ -203,6 +205,25 @@ void TestRadioEndToEnd::answersOfOtherLengthsChangeNothing()
     QVERIFY(m_shown.isEmpty());
     m_page->slot_information(CodeID(35), QByteArray::fromHex("02"));
     QCOMPARE(m_shown, QStringList { QStringLiteral("Dialog/天空端模块恢复出厂设置失败") });
+}
+
+void TestRadioEndToEnd::configButtonOpensAModuleWindowPerPress()
+{
+    hubButton("rfradioConfig")->click();
+    const auto opened = [] {
+        QList<QWidget *> found;
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            if (qobject_cast<RFParaConfig *>(w) && w->isVisible())
+                found.append(w);
+        }
+        return found;
+    };
+    child<QPushButton>("rfRadioSet")->click();
+    child<QPushButton>("rfRadioSet")->click();
+    QCOMPARE(opened().size(), 2);
+    for (QWidget *w : opened())
+        w->close();
+    QTRY_VERIFY(opened().isEmpty());
 }
 
 QTEST_MAIN(TestRadioEndToEnd)

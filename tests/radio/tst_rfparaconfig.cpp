@@ -1,0 +1,458 @@
+// The module window against the simulated module on 127.0.0.1: every click
+// goes through the real window, its forms over TCP and the replies back.
+#include "Messages.h"
+#include "ModuleSimProcess.h"
+#include "RFParaConfig.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QNetworkReply>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+namespace
+{
+
+QString zh(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+// A stand-in module for replies no module sends: every request gets the same
+// answer body.
+class FixedReplyServer : public QTcpServer
+{
+public:
+    explicit FixedReplyServer(const QByteArray &body)
+        : m_body(body)
+    {
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket *s = nextPendingConnection()) {
+                connect(s, &QTcpSocket::readyRead, s, [this, s] {
+                    if (!s->readAll().contains("\r\n\r\n"))
+                        return;
+                    s->write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(m_body.size())
+                        + "\r\n\r\n");
+                    s->write(m_body);
+                });
+            }
+        });
+    }
+
+private:
+    QByteArray m_body;
+};
+
+} // namespace
+
+class TestRFParaConfig : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void startsDisconnectedWithGreyRows();
+    void unreachableModuleFailsToConnect_data();
+    void unreachableModuleFailsToConnect();
+    void setThenRefresh_data();
+    void setThenRefresh();
+    void formPostGoesOutAsTyped();
+    void falconSeriesReadsTheBracketedLinkGroup();
+    void probeLossOnATickDisconnects();
+    void ipChangeDisconnects();
+    void hostileRepliesChangeNothing();
+    void logButtonOpensAWindowPerPress();
+
+private:
+    template <typename T> T *child(const char *name) { return m_window->findChild<T *>(QLatin1String(name)); }
+    QPushButton *button(const char *name) { return child<QPushButton>(name); }
+    QString text(const char *name) { return child<QLabel>(name)->text(); }
+    void typeAddress(const QString &address);
+    void connectTo(const QString &address);
+    bool shown(const QString &title, const QString &text) const;
+    bool nothingInFlight() const { return m_window->findChildren<QNetworkReply *>().isEmpty(); }
+
+    QList<Messages::Shown> m_shown;
+    RFParaConfig *m_window = nullptr;
+};
+
+void TestRFParaConfig::initTestCase()
+{
+    // The row icons are drawn apart from the window; a missing one is not
+    // this test's concern.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.svg.warning=false"));
+    Messages::setResponder([this](const Messages::Shown &s) {
+        m_shown.append(s);
+        return true;
+    });
+}
+
+void TestRFParaConfig::init()
+{
+    m_shown.clear();
+    m_window = new RFParaConfig;
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+}
+
+void TestRFParaConfig::cleanup()
+{
+    delete m_window;
+    m_window = nullptr;
+}
+
+bool TestRFParaConfig::shown(const QString &title, const QString &text) const
+{
+    for (const Messages::Shown &s : m_shown) {
+        if (s.title == title && s.text == text)
+            return true;
+    }
+    return false;
+}
+
+void TestRFParaConfig::typeAddress(const QString &address)
+{
+    auto *ip = child<QLineEdit>("lineEdit_ip");
+    ip->clear();
+    QTest::keyClicks(ip, address);
+}
+
+void TestRFParaConfig::connectTo(const QString &address)
+{
+    typeAddress(address);
+    QTest::mouseClick(button("link"), Qt::LeftButton);
+    QTRY_VERIFY(button("link")->property("urgent").toBool());
+    QVERIFY(button("link")->isEnabled());
+}
+
+void TestRFParaConfig::startsDisconnectedWithGreyRows()
+{
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("RF Radio Setting V1.1.0"));
+    QCOMPARE(child<QLineEdit>("lineEdit_ip")->text(), QStringLiteral("192.168.168.11"));
+    QCOMPARE(button("link")->property("urgent"), QVariant(false));
+    for (QPushButton *b : m_window->findChildren<QPushButton *>()) {
+        if (b->objectName().endsWith("_flush") || b->objectName().endsWith("_config")
+            || b->objectName() == "drpr_log_create") {
+            QVERIFY2(!b->isEnabled() && b->styleSheet().contains("_gray.svg"), qPrintable(b->objectName()));
+        }
+    }
+    QCOMPARE(text("band_info"), zh("当前值 : [    ]"));
+    QCOMPARE(text("mode_cur_info"), zh("当前类型 : [    ]"));
+    QCOMPARE(text("ip_info"), zh("当前IP : [    ]"));
+    QVERIFY(child<QWidget>("dsonscap_mode")->isHidden());
+    QVERIFY(!child<QWidget>("radio_2400M")->isHidden());
+}
+
+void TestRFParaConfig::unreachableModuleFailsToConnect_data()
+{
+    QTest::addColumn<bool>("typeClosedPort");
+    QTest::newRow("nothing listens") << true;
+    QTest::newRow("not an address") << false;
+}
+
+void TestRFParaConfig::unreachableModuleFailsToConnect()
+{
+    QFETCH(bool, typeClosedPort);
+    QString address = QStringLiteral("127.0.0.1:http");
+    if (typeClosedPort) {
+        QTcpServer gone;
+        QVERIFY(gone.listen(QHostAddress::LocalHost));
+        address = QStringLiteral("127.0.0.1:%1").arg(gone.serverPort());
+    }
+    typeAddress(address);
+    QTest::mouseClick(button("link"), Qt::LeftButton);
+    QTRY_VERIFY(shown(zh("连接失败"), zh("无法访问主机")));
+    QCOMPARE(button("link")->property("urgent"), QVariant(false));
+    QCOMPARE(button("link")->styleSheet(), QStringLiteral("image: url(:/button/image/connect.svg);"));
+    QVERIFY(button("link")->isEnabled());
+    QVERIFY(child<QLineEdit>("lineEdit_ip")->isEnabled());
+    QVERIFY(!button("band_flush")->isEnabled());
+}
+
+// inputs: "name#i" selects combo item i, "name=text" types into a line
+// edit, "name" clicks a radio or check box, "@name" clicks a set button and
+// waits for its refresh. The module starts as a centre node.
+void TestRFParaConfig::setThenRefresh_data()
+{
+    QTest::addColumn<QStringList>("inputs");
+    QTest::addColumn<QString>("set");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QStringList>("labels");
+
+    const QString ok = zh("更新成功"), failed = zh("更新失败");
+    QTest::newRow("modem off") << QStringList { "device_switch#0" } << "device_switch_config" << ok
+                               << QStringList { zh("device_switch_info=当前值 : [ 关闭 ]"),
+                                      zh("device_restart_info=当前值 : [ 关闭 ]") };
+    QTest::newRow("restart") << QStringList() << "device_restart_config" << ok
+                             << QStringList { zh("device_restart_info=当前值 : [ 打开 ]") };
+    QTest::newRow("1.4G band") << QStringList { "radio_1400M" } << "band_config" << ok
+                               << QStringList { zh("band_info=当前值 : [ 1.4G ]") };
+    QTest::newRow("link key") << QStringList { "passwd=A1B2" } << "passwd_config" << ok
+                              << QStringList { zh("passwd_info=当前值 : [ A1B2 ]") };
+    QTest::newRow("key the module refuses") << QStringList { "passwd=XYZW" } << "passwd_config" << failed
+                                            << QStringList { zh("passwd_info=当前值 : [    ]") };
+    QTest::newRow("access node") << QStringList { "mode#2" } << "mode_config" << ok
+                                 << QStringList { zh("mode_cur_info=当前类型 : [ 接入节点 ]"),
+                                        zh("mode_set_info=工作类型 : [ 接入节点 ]") };
+    QTest::newRow("hopping on") << QStringList { "hopping#1" } << "hopping_config" << ok
+                                << QStringList { zh("hopping_info=当前值 : [ 打开 ]") };
+    QTest::newRow("slot ratio") << QStringList { "dstc#2" } << "dstc_config" << ok
+                                << QStringList { zh("dstc_info=当前值 : [ 4D1U ]") };
+    QTest::newRow("max power") << QStringList { "mode#2", "@mode_config", "dssmtp=-7" } << "dssmtp_config"
+                               << ok << QStringList { zh("dssmtp_info=当前值(- 40 ~ 40) : [ -7 ]") };
+    QTest::newRow("20M link group") << QStringList { "fre_point=24500", "baud#4", "power=-5" }
+                                    << "group_config" << ok
+                                    << QStringList { zh("fre_point_info=当前值 : [ 24500 ]"),
+                                           zh("baud_info=当前值 : [ 20M ]"),
+                                           zh("power_info=当前值 : [ -5 ]") };
+    QTest::newRow("power out of range")
+        << QStringList { "fre_point=24500", "baud#1", "power=99" } << "group_config" << failed
+        << QStringList { zh("baud_info=带宽设置 :") };
+    QTest::newRow("CA and MIMO") << QStringList { "falcon_series", "dsonscap_mode#3" } << "dsonscap_config"
+                                 << ok << QStringList { zh("dsonscap_info=当前状态: [ 支持CA和MIMO ]") };
+    // Refused before anything is posted.
+    QTest::newRow("no band") << QStringList() << "band_config" << zh("请选择一个频段!") << QStringList();
+    QTest::newRow("two bands") << QStringList { "radio_800M", "radio_2400M" } << "band_config"
+                               << zh("请选择一个频段!") << QStringList();
+    const QString keyRule = zh("十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数");
+    QTest::newRow("key of 3") << QStringList { "passwd=ABC" } << "passwd_config" << keyRule << QStringList();
+    QTest::newRow("empty key") << QStringList() << "passwd_config" << keyRule << QStringList();
+    QTest::newRow("no modem state") << QStringList() << "device_switch_config" << zh("请选择一个选项!")
+                                    << QStringList();
+    QTest::newRow("no node type") << QStringList() << "mode_config" << zh("请选择一个选项!") << QStringList();
+    QTest::newRow("address incomplete") << QStringList { "ip_1=10", "ip_2=1", "ip_3=2" } << "ip_config"
+                                        << zh("请输入完整的IP地址!") << QStringList();
+    QTest::newRow("empty console") << QStringList() << "atCmd_config" << zh("请输入AT指令!") << QStringList();
+}
+
+void TestRFParaConfig::setThenRefresh()
+{
+    QFETCH(QStringList, inputs);
+    QFETCH(QString, set);
+    QFETCH(QString, message);
+    QFETCH(QStringList, labels);
+
+    ModuleSimProcess sim;
+    QVERIFY(sim.start());
+    connectTo(sim.address());
+    if (QTest::currentTestFailed())
+        return;
+    // The centre and access rows open once the module told its node type.
+    QTest::mouseClick(button("mode_flush"), Qt::LeftButton);
+    QTRY_VERIFY(button("hopping_config")->isEnabled());
+
+    for (const QString &input : inputs) {
+        const QString name = input.section(QRegularExpression("[#=]"), 0, 0);
+        if (input.startsWith('@')) {
+            QTest::mouseClick(button(qPrintable(input.mid(1))), Qt::LeftButton);
+            QTRY_VERIFY(shown(zh("更新"), zh("更新成功")));
+            QTRY_VERIFY(nothingInFlight());
+            m_shown.clear();
+        } else if (input.contains('#')) {
+            child<QComboBox>(qPrintable(name))->setCurrentIndex(input.section('#', 1).toInt());
+        } else if (input.contains('=')) {
+            QTest::keyClicks(child<QLineEdit>(qPrintable(name)), input.section('=', 1));
+        } else {
+            QTest::mouseClick(child<QAbstractButton>(qPrintable(name)), Qt::LeftButton);
+        }
+    }
+    QVERIFY(button(qPrintable(set))->isEnabled());
+    QTest::mouseClick(button(qPrintable(set)), Qt::LeftButton);
+    if (labels.isEmpty()) {
+        // A refused input is answered at once, and nothing goes to the module.
+        QCOMPARE(m_shown.size(), 1);
+        QCOMPARE(m_shown.first().title, zh("警告"));
+        QCOMPARE(m_shown.first().text, message);
+        QVERIFY(nothingInFlight());
+        return;
+    }
+    QTRY_COMPARE(m_shown.size(), 1);
+    QCOMPARE(m_shown.first().title, zh("更新"));
+    QCOMPARE(m_shown.first().text, message);
+    for (const QString &label : labels)
+        QTRY_COMPARE(text(qPrintable(label.section('=', 0, 0))), label.section('=', 1));
+}
+
+// The exact request the module's web server gets: the body is not
+// URL-encoded and the only header the window sets is the content type.
+void TestRFParaConfig::formPostGoesOutAsTyped()
+{
+    QTemporaryDir dir;
+    const QString record = dir.filePath("record.bin");
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ "--record", record }));
+    connectTo(sim.address());
+    QTest::keyClicks(child<QLineEdit>("fre_point"), "24100");
+    child<QComboBox>("baud")->setCurrentIndex(3);
+    QTest::keyClicks(child<QLineEdit>("power"), "20");
+    QTest::mouseClick(button("group_config"), Qt::LeftButton);
+    QTRY_COMPARE(text("baud_info"), zh("当前值 : [ 10M ]"));
+
+    QFile file(record);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray all = file.readAll();
+    const QByteArray body = "FormAtcmd_Param_Atcmd=AT^DRPS=24100,3,\"20\"\r\n";
+    const int end = all.indexOf(body);
+    QVERIFY2(end > 0, all.constData());
+    const QByteArray request = all.left(end + body.size()).mid(all.lastIndexOf("POST ", end));
+    QVERIFY(request.startsWith("POST /boafrm/formAtcmdProcess HTTP/1.1\r\n"));
+    QVERIFY(request.contains("\r\nContent-Type: application/x-www-form-urlencoded\r\n"));
+    QVERIFY(request.contains("\r\nContent-Length: 44\r\n"));
+    QVERIFY(request.endsWith("\r\n\r\n" + body));
+
+    // The console shows the whole reply as it came.
+    QTest::keyClicks(child<QLineEdit>("atCmd"), "AT^DRPS?");
+    QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+    QTRY_COMPARE(child<QPlainTextEdit>("display")->toPlainText(),
+        QStringLiteral("\r\n^DRPS: 24100,3,\"20\"\r\n\r\nOK\r\n").remove('\r'));
+}
+
+void TestRFParaConfig::falconSeriesReadsTheBracketedLinkGroup()
+{
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ "--kind", "falcon" }));
+    connectTo(sim.address());
+    QTest::mouseClick(button("group_flush"), Qt::LeftButton);
+    QTRY_VERIFY(nothingInFlight());
+    QCOMPARE(text("baud_info"), zh("带宽设置 :"));
+    QCOMPARE(text("fre_point_info"), zh("频点设置(24015 ~ 24814, 8060 ~ 8259, 14279 ~ 14678) :"));
+
+    QTest::mouseClick(child<QCheckBox>("falcon_series"), Qt::LeftButton);
+    QCOMPARE(child<QRadioButton>("radio_800M")->text(), QStringLiteral("500/600M"));
+    QVERIFY(child<QWidget>("radio_2400M")->isHidden());
+    QVERIFY(!child<QWidget>("dsonscap_mode")->isHidden());
+    QTest::mouseClick(button("group_flush"), Qt::LeftButton);
+    QTRY_COMPARE(text("baud_info"), zh("当前值 : [ 10M ]"));
+    QCOMPARE(text("fre_point_info"), zh("当前值 : [ 24100 ]"));
+    QCOMPARE(text("power_info"), zh("当前值 : [ 20 ]"));
+
+    // The 800M button is the 500/600M band on a Falcon module.
+    QTest::mouseClick(child<QRadioButton>("radio_800M"), Qt::LeftButton);
+    QTest::mouseClick(button("band_config"), Qt::LeftButton);
+    QTRY_COMPARE(text("band_info"), zh("当前值 : [ 500/600M ]"));
+    QVERIFY(child<QRadioButton>("radio_800M")->isChecked());
+}
+
+void TestRFParaConfig::probeLossOnATickDisconnects()
+{
+    ModuleSimProcess sim;
+    QVERIFY(sim.start());
+    connectTo(sim.address());
+    QVERIFY(!child<QLineEdit>("lineEdit_ip")->isEnabled());
+    QCOMPARE(button("link")->styleSheet(), QStringLiteral("image: url(:/button/image/disconnect.svg);"));
+    QCOMPARE(button("band_flush")->styleSheet(), QStringLiteral("image: url(:/button/image/flush.svg);"));
+    QCOMPARE(button("drpr_log_create")->styleSheet(), QStringLiteral("image: url(:/button/image/add.svg);"));
+    // Centre and access rows wait for the node type.
+    QVERIFY(!button("hopping_config")->isEnabled());
+    QVERIFY(!button("dssmtp_flush")->isEnabled());
+    QCOMPARE(
+        button("dssmtp_flush")->styleSheet(), QStringLiteral("image: url(:/button/image/flush_gray.svg);"));
+    QTest::mouseClick(button("mode_flush"), Qt::LeftButton);
+    QTRY_VERIFY(button("dstc_flush")->isEnabled());
+    QVERIFY(!button("dssmtp_config")->isEnabled());
+
+    QTimer *ticker = nullptr;
+    for (QTimer *t : m_window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (t->isActive() && !t->isSingleShot())
+            ticker = t;
+    }
+    QVERIFY(ticker);
+    QCOMPARE(ticker->interval(), 5000);
+    QMetaObject::invokeMethod(ticker, "timeout");
+    QTRY_VERIFY(QRegularExpression(zh("^Temperature: \\d+ °C$")).match(text("temperature")).hasMatch());
+
+    sim.terminate();
+    // Ticks until one finds the module gone and cannot reach it again.
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (QMetaObject::invokeMethod(ticker, "timeout"), shown(zh("连接失败"), zh("无法访问主机"))), 15000);
+    QCOMPARE(button("link")->property("urgent"), QVariant(false));
+    QVERIFY(!ticker->isActive());
+    QVERIFY(text("temperature").isEmpty());
+    QVERIFY(child<QLineEdit>("lineEdit_ip")->isEnabled());
+    QVERIFY(!button("band_flush")->isEnabled());
+}
+
+void TestRFParaConfig::ipChangeDisconnects()
+{
+    QTemporaryDir dir;
+    const QString record = dir.filePath("record.bin");
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ "--record", record }));
+    connectTo(sim.address());
+    for (const char *part : { "ip_1", "ip_2", "ip_3", "ip_4" })
+        QTest::keyClicks(child<QLineEdit>(part), part == QLatin1String("ip_1") ? "10" : "7");
+    QTest::mouseClick(button("ip_config"), Qt::LeftButton);
+    QCOMPARE(m_shown.size(), 1);
+    QCOMPARE(m_shown.first().text, zh("更新成功"));
+    QCOMPARE(button("link")->property("urgent"), QVariant(false));
+    QVERIFY(child<QLineEdit>("lineEdit_ip")->isEnabled());
+    QVERIFY(!button("ip_flush")->isEnabled());
+    QTRY_VERIFY([&] {
+        QFile f(record);
+        return f.open(QIODevice::ReadOnly) && f.readAll().endsWith("\r\n\r\nFormNetifcfg_Param_Ip=10.7.7.7");
+    }());
+
+    QTest::mouseClick(button("link"), Qt::LeftButton);
+    QTRY_VERIFY(button("link")->property("urgent").toBool());
+    QTest::mouseClick(button("ip_flush"), Qt::LeftButton);
+    QTRY_COMPARE(text("ip_info"), zh("当前IP: [ 10.7.7.7 ]"));
+}
+
+// Replies no module sends: binary, 10 MB on one line. The labels stay, the
+// console shows what came, and the window keeps working.
+void TestRFParaConfig::hostileRepliesChangeNothing()
+{
+    QByteArray junk(10 << 20, '\0');
+    for (int i = 0; i < junk.size(); ++i)
+        junk[i] = char((i * 131) >> 3) == '\n' ? 'A' : char((i * 131) >> 3); // one endless line
+    junk.replace(junk.size() - 8, 8, "^DRPS: (");
+    FixedReplyServer server(junk);
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    connectTo(QStringLiteral("127.0.0.1:%1").arg(server.serverPort()));
+    for (const char *refresh :
+        { "device_switch_flush", "band_flush", "passwd_flush", "mode_flush", "ip_flush", "group_flush" })
+        QTest::mouseClick(button(refresh), Qt::LeftButton);
+    QTest::mouseClick(button("band_config"), Qt::LeftButton); // no band: refused at once
+    QTest::keyClicks(child<QLineEdit>("atCmd"), "AT");
+    QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(nothingInFlight(), 30000);
+    QCOMPARE(text("device_switch_info"), zh("当前值 : [    ]"));
+    QCOMPARE(text("band_info"), zh("当前值 : [    ]"));
+    QCOMPARE(text("passwd_info"), zh("当前值 : [    ]"));
+    QCOMPARE(text("baud_info"), zh("带宽设置 :"));
+    QVERIFY(child<QPlainTextEdit>("display")->document()->characterCount() > 1000000);
+    QVERIFY(button("link")->property("urgent").toBool());
+}
+
+void TestRFParaConfig::logButtonOpensAWindowPerPress()
+{
+    ModuleSimProcess sim;
+    QVERIFY(sim.start());
+    connectTo(sim.address());
+    const auto logWindows = [] {
+        int n = 0;
+        for (QWidget *w : QApplication::topLevelWidgets())
+            n += w->isVisible() && !w->parent() && w->windowTitle() == QLatin1String("DRPR Log");
+        return n;
+    };
+    QCOMPARE(logWindows(), 0);
+    QTest::mouseClick(button("drpr_log_create"), Qt::LeftButton);
+    QTest::mouseClick(button("drpr_log_create"), Qt::LeftButton);
+    QCOMPARE(logWindows(), 2);
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (w->windowTitle() == QLatin1String("DRPR Log"))
+            w->close();
+    }
+}
+
+QTEST_MAIN(TestRFParaConfig)
+#include "tst_rfparaconfig.moc"
