@@ -555,6 +555,233 @@
     </message>
 </context>
 <context>
+    <name>RFParaConfig</name>
+    <message>
+        <source>模块IP :</source>
+        <translation>模块IP :</translation>
+    </message>
+    <message>
+        <source>连接/断开</source>
+        <translation>连接/断开</translation>
+    </message>
+    <message>
+        <source>打开/关闭设备</source>
+        <translation>打开/关闭设备</translation>
+    </message>
+    <message>
+        <source>当前值 : [    ]</source>
+        <translation>当前值 : [    ]</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>打开</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>刷新</source>
+        <translation>刷新</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>重启设备</source>
+        <translation>重启设备</translation>
+    </message>
+    <message>
+        <source>频段设置</source>
+        <translation>频段设置</translation>
+    </message>
+    <message>
+        <source>秘钥设置（十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数）</source>
+        <translation>秘钥设置（十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数）</translation>
+    </message>
+    <message>
+        <source>主从设置</source>
+        <translation>主从设置</translation>
+    </message>
+    <message>
+        <source>当前类型 : [    ]</source>
+        <translation>当前类型 : [    ]</translation>
+    </message>
+    <message>
+        <source>工作类型 : [    ]</source>
+        <translation>工作类型 : [    ]</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>中心节点</source>
+        <translation>中心节点</translation>
+    </message>
+    <message>
+        <source>接入节点</source>
+        <translation>接入节点</translation>
+    </message>
+    <message>
+        <source>IP设置</source>
+        <translation>IP设置</translation>
+    </message>
+    <message>
+        <source>当前IP : [    ]</source>
+        <translation>当前IP : [    ]</translation>
+    </message>
+    <message>
+        <source>跳频设置</source>
+        <translation>跳频设置</translation>
+    </message>
+    <message>
+        <source>（仅中心节点）</source>
+        <translation>（仅中心节点）</translation>
+    </message>
+    <message>
+        <source>上下行设置</source>
+        <translation>上下行设置</translation>
+    </message>
+    <message>
+        <source>最大发射功率设置</source>
+        <translation>最大发射功率设置</translation>
+    </message>
+    <message>
+        <source>（仅接入节点）</source>
+        <translation>（仅接入节点）</translation>
+    </message>
+    <message>
+        <source>建链组设置</source>
+        <translation>建链组设置</translation>
+    </message>
+    <message>
+        <source>带宽设置 :</source>
+        <translation>带宽设置 :</translation>
+    </message>
+    <message>
+        <source>功率设置(- 40 ~ 40) :</source>
+        <translation>功率设置(- 40 ~ 40) :</translation>
+    </message>
+    <message>
+        <source>频点设置(24015 ~ 24814, 8060 ~ 8259, 14279 ~ 14678) :</source>
+        <translation>频点设置(24015 ~ 24814, 8060 ~ 8259, 14279 ~ 14678) :</translation>
+    </message>
+    <message>
+        <source>DSONSCAP设置</source>
+        <translation>DSONSCAP设置</translation>
+    </message>
+    <message>
+        <source>当前状态: [    ]</source>
+        <translation>当前状态: [    ]</translation>
+    </message>
+    <message>
+        <source>不支持CA和MIMO</source>
+        <translation>不支持CA和MIMO</translation>
+    </message>
+    <message>
+        <source>支持CA</source>
+        <translation>支持CA</translation>
+    </message>
+    <message>
+        <source>支持MIMO</source>
+        <translation>支持MIMO</translation>
+    </message>
+    <message>
+        <source>支持CA和MIMO</source>
+        <translation>支持CA和MIMO</translation>
+    </message>
+    <message>
+        <source>DRPR 上报日志</source>
+        <translation>DRPR 上报日志</translation>
+    </message>
+    <message>
+        <source>打开日志窗口</source>
+        <translation>打开日志窗口</translation>
+    </message>
+    <message>
+        <source>AT指令调试接口</source>
+        <translation>AT指令调试接口</translation>
+    </message>
+    <message>
+        <source>AT指令 :</source>
+        <translation>AT指令 :</translation>
+    </message>
+    <message>
+        <source>发送</source>
+        <translation>发送</translation>
+    </message>
+    <message>
+        <source>连接失败</source>
+        <translation>连接失败</translation>
+    </message>
+    <message>
+        <source>无法访问主机</source>
+        <translation>无法访问主机</translation>
+    </message>
+    <message>
+        <source>更新</source>
+        <translation>更新</translation>
+    </message>
+    <message>
+        <source>更新失败</source>
+        <translation>更新失败</translation>
+    </message>
+    <message>
+        <source>更新成功</source>
+        <translation>更新成功</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>请选择一个选项!</source>
+        <translation>请选择一个选项!</translation>
+    </message>
+    <message>
+        <source>请选择一个频段!</source>
+        <translation>请选择一个频段!</translation>
+    </message>
+    <message>
+        <source>十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数</source>
+        <translation>十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数</translation>
+    </message>
+    <message>
+        <source>请输入完整的IP地址!</source>
+        <translation>请输入完整的IP地址!</translation>
+    </message>
+    <message>
+        <source>请输入AT指令!</source>
+        <translation>请输入AT指令!</translation>
+    </message>
+    <message>
+        <source>当前值 : </source>
+        <translation>当前值 : </translation>
+    </message>
+    <message>
+        <source>当前类型 : </source>
+        <translation>当前类型 : </translation>
+    </message>
+    <message>
+        <source>工作类型 : </source>
+        <translation>工作类型 : </translation>
+    </message>
+    <message>
+        <source>当前IP: </source>
+        <translation>当前IP: </translation>
+    </message>
+    <message>
+        <source>当前值(- 40 ~ 40) : </source>
+        <translation>当前值(- 40 ~ 40) : </translation>
+    </message>
+    <message>
+        <source>当前状态: </source>
+        <translation>当前状态: </translation>
+    </message>
+</context>
+<context>
     <name>RFRadioConfig</name>
     <message>
         <source>电源控制 : </source>

@@ -555,6 +555,233 @@
     </message>
 </context>
 <context>
+    <name>RFParaConfig</name>
+    <message>
+        <source>模块IP :</source>
+        <translation>Module IP:</translation>
+    </message>
+    <message>
+        <source>连接/断开</source>
+        <translation>Connect/Disconnect</translation>
+    </message>
+    <message>
+        <source>打开/关闭设备</source>
+        <translation>Modem On/Off</translation>
+    </message>
+    <message>
+        <source>当前值 : [    ]</source>
+        <translation>Current: [    ]</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>打开</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>刷新</source>
+        <translation>Refresh</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>重启设备</source>
+        <translation>Restart Module</translation>
+    </message>
+    <message>
+        <source>频段设置</source>
+        <translation>Band</translation>
+    </message>
+    <message>
+        <source>秘钥设置（十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数）</source>
+        <translation>Link Key (hex 0~9, A~F, a~f; even length, at most 64 characters = 32 bytes)</translation>
+    </message>
+    <message>
+        <source>主从设置</source>
+        <translation>Node Type</translation>
+    </message>
+    <message>
+        <source>当前类型 : [    ]</source>
+        <translation>Current type: [    ]</translation>
+    </message>
+    <message>
+        <source>工作类型 : [    ]</source>
+        <translation>Configured type: [    ]</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>中心节点</source>
+        <translation>Centre node</translation>
+    </message>
+    <message>
+        <source>接入节点</source>
+        <translation>Access node</translation>
+    </message>
+    <message>
+        <source>IP设置</source>
+        <translation>IP Address</translation>
+    </message>
+    <message>
+        <source>当前IP : [    ]</source>
+        <translation>Current IP: [    ]</translation>
+    </message>
+    <message>
+        <source>跳频设置</source>
+        <translation>Frequency Hopping</translation>
+    </message>
+    <message>
+        <source>（仅中心节点）</source>
+        <translation> (centre only)</translation>
+    </message>
+    <message>
+        <source>上下行设置</source>
+        <translation>Down/Up-link Slots</translation>
+    </message>
+    <message>
+        <source>最大发射功率设置</source>
+        <translation>Max Transmit Power</translation>
+    </message>
+    <message>
+        <source>（仅接入节点）</source>
+        <translation> (access only)</translation>
+    </message>
+    <message>
+        <source>建链组设置</source>
+        <translation>Link Group</translation>
+    </message>
+    <message>
+        <source>带宽设置 :</source>
+        <translation>Bandwidth:</translation>
+    </message>
+    <message>
+        <source>功率设置(- 40 ~ 40) :</source>
+        <translation>Power (- 40 ~ 40):</translation>
+    </message>
+    <message>
+        <source>频点设置(24015 ~ 24814, 8060 ~ 8259, 14279 ~ 14678) :</source>
+        <translation>Frequency (24015 ~ 24814, 8060 ~ 8259, 14279 ~ 14678):</translation>
+    </message>
+    <message>
+        <source>DSONSCAP设置</source>
+        <translation>DSONSCAP</translation>
+    </message>
+    <message>
+        <source>当前状态: [    ]</source>
+        <translation>Current state: [    ]</translation>
+    </message>
+    <message>
+        <source>不支持CA和MIMO</source>
+        <translation>No CA, no MIMO</translation>
+    </message>
+    <message>
+        <source>支持CA</source>
+        <translation>CA</translation>
+    </message>
+    <message>
+        <source>支持MIMO</source>
+        <translation>MIMO</translation>
+    </message>
+    <message>
+        <source>支持CA和MIMO</source>
+        <translation>CA and MIMO</translation>
+    </message>
+    <message>
+        <source>DRPR 上报日志</source>
+        <translation>DRPR Report Log</translation>
+    </message>
+    <message>
+        <source>打开日志窗口</source>
+        <translation>Open a log window</translation>
+    </message>
+    <message>
+        <source>AT指令调试接口</source>
+        <translation>AT Command Console</translation>
+    </message>
+    <message>
+        <source>AT指令 :</source>
+        <translation>AT command:</translation>
+    </message>
+    <message>
+        <source>发送</source>
+        <translation>Send</translation>
+    </message>
+    <message>
+        <source>连接失败</source>
+        <translation>Connection Failed</translation>
+    </message>
+    <message>
+        <source>无法访问主机</source>
+        <translation>Cannot reach the host</translation>
+    </message>
+    <message>
+        <source>更新</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>更新失败</source>
+        <translation>Update failed</translation>
+    </message>
+    <message>
+        <source>更新成功</source>
+        <translation>Update succeeded</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>请选择一个选项!</source>
+        <translation>Please select an option!</translation>
+    </message>
+    <message>
+        <source>请选择一个频段!</source>
+        <translation>Please select one band!</translation>
+    </message>
+    <message>
+        <source>十六进制输入，即0~9，A~F或a~f，长度不超过64个字符，即32个字节。必须偶数</source>
+        <translation>Hex 0~9, A~F, a~f; even length, at most 64 characters (32 bytes)</translation>
+    </message>
+    <message>
+        <source>请输入完整的IP地址!</source>
+        <translation>Please enter the complete IP address!</translation>
+    </message>
+    <message>
+        <source>请输入AT指令!</source>
+        <translation>Please enter an AT command!</translation>
+    </message>
+    <message>
+        <source>当前值 : </source>
+        <translation>Current: </translation>
+    </message>
+    <message>
+        <source>当前类型 : </source>
+        <translation>Current type: </translation>
+    </message>
+    <message>
+        <source>工作类型 : </source>
+        <translation>Configured type: </translation>
+    </message>
+    <message>
+        <source>当前IP: </source>
+        <translation>Current IP: </translation>
+    </message>
+    <message>
+        <source>当前值(- 40 ~ 40) : </source>
+        <translation>Current (- 40 ~ 40): </translation>
+    </message>
+    <message>
+        <source>当前状态: </source>
+        <translation>Current state: </translation>
+    </message>
+</context>
+<context>
     <name>RFRadioConfig</name>
     <message>
         <source>电源控制 : </source>

@@ -16,6 +16,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTranslator>
 #include <QtTest>
 
 namespace
@@ -71,6 +72,7 @@ private Q_SLOTS:
     void ipChangeDisconnects();
     void hostileRepliesChangeNothing();
     void logButtonOpensAWindowPerPress();
+    void windowShots();
 
 private:
     template <typename T> T *child(const char *name) { return m_window->findChild<T *>(QLatin1String(name)); }
@@ -452,6 +454,47 @@ void TestRFParaConfig::logButtonOpensAWindowPerPress()
         if (w->windowTitle() == QLatin1String("DRPR Log"))
             w->close();
     }
+}
+
+// For a person to look at: with QUILLMARK_SHOTS_DIR set, the window at the
+// main window's size, disconnected, connected with every row refreshed, and
+// in English.
+void TestRFParaConfig::windowShots()
+{
+    const QString out = qEnvironmentVariable("QUILLMARK_SHOTS_DIR");
+    if (out.isEmpty())
+        QSKIP("QUILLMARK_SHOTS_DIR is not set");
+    m_window->resize(1280, 800);
+    QVERIFY(m_window->grab().save(out + "/rfparaconfig_disconnected.png"));
+    for (const bool falcon : { false, true }) {
+        ModuleSimProcess sim;
+        QVERIFY(sim.start(falcon ? QStringList { "--kind", "falcon" } : QStringList()));
+        connectTo(sim.address());
+        if (falcon)
+            QTest::mouseClick(child<QCheckBox>("falcon_series"), Qt::LeftButton);
+        QTest::mouseClick(button("mode_flush"), Qt::LeftButton);
+        QTRY_VERIFY(button("hopping_flush")->isEnabled());
+        for (QPushButton *b : m_window->findChildren<QPushButton *>()) {
+            if (b->objectName().endsWith("_flush") && b->isEnabled())
+                QTest::mouseClick(b, Qt::LeftButton);
+        }
+        child<QLineEdit>("atCmd")->clear();
+        QTest::keyClicks(child<QLineEdit>("atCmd"), "AT^DRPS?");
+        QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+        QMetaObject::invokeMethod(m_window, "on_timeout");
+        QTRY_VERIFY(!text("temperature").isEmpty());
+        QTRY_VERIFY(nothingInFlight());
+        QVERIFY(m_window->grab().save(
+            out + (falcon ? "/rfparaconfig_falcon.png" : "/rfparaconfig_connected.png")));
+        QTest::mouseClick(button("link"), Qt::LeftButton);
+    }
+    QTranslator english;
+    QVERIFY(english.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
+    QApplication::installTranslator(&english);
+    RFParaConfig translated;
+    translated.resize(1280, 800);
+    QVERIFY(translated.grab().save(out + "/rfparaconfig_english.png"));
+    QApplication::removeTranslator(&english);
 }
 
 QTEST_MAIN(TestRFParaConfig)
