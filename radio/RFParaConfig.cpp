@@ -73,18 +73,20 @@ RFParaConfig::RFParaConfig(QWidget *parent)
         m_socket->abort();
         finishProbe(false);
     });
-    connect(m_socket, &QTcpSocket::connected, this, [this] {
-        if (m_probe != Probe::None)
-            finishProbe(true);
-    });
-    connect(m_socket, &QTcpSocket::errorOccurred, this, [this] {
-        if (m_probe != Probe::None && m_socket->state() != QAbstractSocket::ConnectedState)
+    connect(m_socket, &QTcpSocket::connected, this, [this] { finishProbe(true); });
+    // A connection attempt that fails ends with the socket unconnected again.
+    connect(m_socket, &QTcpSocket::stateChanged, this, [this](QAbstractSocket::SocketState state) {
+        if (state == QAbstractSocket::UnconnectedState)
             finishProbe(false);
     });
 }
 
 RFParaConfig::~RFParaConfig()
 {
+    // Whatever is still under way dies with the window without reaching it.
+    for (QNetworkReply *reply : m_network->findChildren<QNetworkReply *>())
+        reply->disconnect(this);
+    m_socket->disconnect(this);
     delete ui;
 }
 
@@ -131,8 +133,8 @@ void RFParaConfig::on_timeout()
 
 void RFParaConfig::startProbe(Probe kind, int waitMs)
 {
-    m_probe = kind;
     m_socket->abort();
+    m_probe = kind;
     const ModuleAddress::Endpoint endpoint = ModuleAddress::parse(ui->lineEdit_ip->text());
     if (!endpoint.valid) {
         finishProbe(false); // an address that cannot be reached at all
@@ -146,6 +148,8 @@ void RFParaConfig::startProbe(Probe kind, int waitMs)
 
 void RFParaConfig::finishProbe(bool reached)
 {
+    if (m_probe == Probe::None)
+        return; // the socket's own news while no probe is under way
     const Probe kind = m_probe;
     m_probe = Probe::None;
     m_probeDeadline->stop();
