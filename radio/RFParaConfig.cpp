@@ -44,7 +44,6 @@ RFParaConfig::RFParaConfig(QWidget *parent)
     , m_network(new QNetworkAccessManager(this))
     , m_socket(new QTcpSocket(this))
     , m_timer(new QTimer(this))
-    , m_probeDeadline(new QTimer(this))
 {
     ui->setupUi(this);
     ui->lineEdit_ip->setText(ModuleAddress::startAddress());
@@ -68,11 +67,6 @@ RFParaConfig::RFParaConfig(QWidget *parent)
     setDsonscapRowVisible(false);
 
     connect(m_timer, &QTimer::timeout, this, &RFParaConfig::on_timeout);
-    m_probeDeadline->setSingleShot(true);
-    connect(m_probeDeadline, &QTimer::timeout, this, [this] {
-        m_socket->abort();
-        finishProbe(false);
-    });
     connect(m_socket, &QTcpSocket::connected, this, [this] { finishProbe(true); });
     // A connection attempt that fails ends with the socket unconnected again.
     connect(m_socket, &QTcpSocket::stateChanged, this, [this](QAbstractSocket::SocketState state) {
@@ -97,7 +91,7 @@ void RFParaConfig::on_link_clicked()
     ui->link->setEnabled(false);
     if (ui->link->property(kUrgent).toBool()) {
         m_probe = Probe::None;
-        m_probeDeadline->stop();
+        ++m_probeAttempt;
         m_socket->abort();
         m_timer->stop();
         ui->temperature->clear();
@@ -141,7 +135,13 @@ void RFParaConfig::startProbe(Probe kind, int waitMs)
         return;
     }
     ModuleAddress::guard(endpoint);
-    m_probeDeadline->start(waitMs);
+    // The wait runs beside the event loop: the window stays responsive.
+    QTimer::singleShot(waitMs, this, [this, attempt = ++m_probeAttempt] {
+        if (attempt != m_probeAttempt)
+            return; // that attempt ended already
+        m_socket->abort();
+        finishProbe(false);
+    });
     m_socket->connectToHost(
         endpoint.host, endpoint.port, QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
 }
@@ -152,7 +152,7 @@ void RFParaConfig::finishProbe(bool reached)
         return; // the socket's own news while no probe is under way
     const Probe kind = m_probe;
     m_probe = Probe::None;
-    m_probeDeadline->stop();
+    ++m_probeAttempt; // its deadline no longer counts
     qCDebug(lcModuleWindow) << "module" << ui->lineEdit_ip->text() << (reached ? "reached" : "not reached");
     if (kind == Probe::Connect) {
         if (reached) {

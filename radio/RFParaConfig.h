@@ -90,8 +90,8 @@ private:
     QNetworkAccessManager *m_network;
     QTcpSocket *m_socket;
     QTimer *m_timer;
-    QTimer *m_probeDeadline;
     Probe m_probe = Probe::None;
+    int m_probeAttempt = 0; // numbers the probes, so a late deadline finds its own
     // The node type the module last reported (0 automatic, 1 centre, 2
     // access); -1 before the first answer on this connection.
     int m_nodeType = -1;
