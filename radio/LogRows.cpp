@@ -11,7 +11,7 @@ enum Column { NodeColumn, AntennaColumn, RssiColumn, RsrpColumn, SnrColumn, Powe
 // Wide enough for the header words and for figures such as "-120" or "20000"
 // in the rows' font.
 constexpr int kColumnWidth[ColumnCount] = { 96, 64, 60, 60, 48, 60, 84 };
-constexpr int kSpacing = 4;
+constexpr int kSpacing = 6;
 constexpr int kMargin = 4;
 constexpr int kFontPoints = 10;
 
@@ -28,6 +28,9 @@ QGridLayout *tableGrid(QFrame *frame)
     frame->setFrameShape(QFrame::Box);
     frame->setFrameShadow(QFrame::Plain);
     frame->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // On the base colour (white) even the palest quality colour stands out.
+    frame->setBackgroundRole(QPalette::Base);
+    frame->setAutoFillBackground(true);
     auto *grid = new QGridLayout(frame);
     grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     grid->setHorizontalSpacing(kSpacing);
@@ -38,10 +41,13 @@ QGridLayout *tableGrid(QFrame *frame)
     return grid;
 }
 
-QLabel *cell(QWidget *parent, const QString &name, const QString &text, int firstColumn, int columns = 1)
+// The font goes on every cell: under the program's style sheet a frame's
+// font does not pass on to its children.
+QLabel *cell(QWidget *parent, const QString &name, const QString &text, bool bold, int firstColumn, int columns = 1)
 {
     auto *label = new QLabel(parent);
     label->setObjectName(name);
+    label->setFont(rowFont(bold));
     // Report texts come from the network: never read as rich text.
     label->setTextFormat(Qt::PlainText);
     label->setText(text);
@@ -59,18 +65,17 @@ LOG_TITLE::LOG_TITLE(QWidget *parent)
     : QFrame(parent)
 {
     setObjectName(QStringLiteral("logTitle"));
-    setFont(rowFont(true));
     QGridLayout *grid = tableGrid(this);
-    grid->addWidget(cell(this, QStringLiteral("title_antenne"), QStringLiteral("ANTENNE"), NodeColumn, 2), 0,
+    grid->addWidget(cell(this, QStringLiteral("title_antenne"), QStringLiteral("ANTENNE"), true, NodeColumn, 2), 0,
         NodeColumn, 1, 2);
-    grid->addWidget(cell(this, QStringLiteral("title_rssi"), QStringLiteral("RSSI"), RssiColumn), 0, RssiColumn);
-    grid->addWidget(cell(this, QStringLiteral("title_rsrp"), QStringLiteral("RSRP"), RsrpColumn), 0, RsrpColumn);
+    grid->addWidget(cell(this, QStringLiteral("title_rssi"), QStringLiteral("RSSI"), true, RssiColumn), 0, RssiColumn);
+    grid->addWidget(cell(this, QStringLiteral("title_rsrp"), QStringLiteral("RSRP"), true, RsrpColumn), 0, RsrpColumn);
     // The SNR column is headed by nothing: the coloured legend above the
     // table names it.
-    grid->addWidget(cell(this, QStringLiteral("title_snr"), QString(), SnrColumn), 0, SnrColumn);
-    grid->addWidget(cell(this, QStringLiteral("title_power"), QStringLiteral("POWER"), PowerColumn), 0, PowerColumn);
+    grid->addWidget(cell(this, QStringLiteral("title_snr"), QString(), true, SnrColumn), 0, SnrColumn);
+    grid->addWidget(cell(this, QStringLiteral("title_power"), QStringLiteral("POWER"), true, PowerColumn), 0, PowerColumn);
     grid->addWidget(
-        cell(this, QStringLiteral("title_distance"), QStringLiteral("DISTANCE"), DistanceColumn), 0, DistanceColumn);
+        cell(this, QStringLiteral("title_distance"), QStringLiteral("DISTANCE"), true, DistanceColumn), 0, DistanceColumn);
 }
 
 LOG_ITEM::LOG_ITEM(const LinkReport::LinkRecord &record, QWidget *parent)
@@ -78,9 +83,15 @@ LOG_ITEM::LOG_ITEM(const LinkReport::LinkRecord &record, QWidget *parent)
     , m_grid(tableGrid(this))
 {
     setObjectName(QStringLiteral("logItem"));
-    setFont(rowFont(false));
-    QLabel *node = cell(this, QStringLiteral("node"), record.node, NodeColumn);
-    node->setFont(rowFont(true));
+    QLabel *node = cell(this, QStringLiteral("node"), record.node, true, NodeColumn);
+    // A centre node's name may be longer than its cell: shortened, in full
+    // on hovering.
+    const QString fitted = node->fontMetrics().elidedText(record.node, Qt::ElideRight, node->width() - 4);
+    if (fitted != record.node) {
+        node->setText(fitted);
+        // Tool tips guess rich text; the name is shown as the plain text it is.
+        node->setToolTip(QStringLiteral("<qt>%1</qt>").arg(record.node.toHtmlEscaped()));
+    }
     m_grid->addWidget(node, 0, NodeColumn, 2, 1);
     addAntennaLine(0, QStringLiteral("main"), QStringLiteral("Main"), record.main, record);
     addAntennaLine(1, QStringLiteral("second"), QStringLiteral("Second"), record.second, record);
@@ -90,11 +101,11 @@ void LOG_ITEM::addAntennaLine(int row, const QString &name, const QString &label
     const LinkReport::AntennaFigures &figures, const LinkReport::LinkRecord &record)
 {
     const auto add = [&](const char *what, int value, int column) {
-        QLabel *c = cell(this, name + QLatin1Char('_') + QLatin1String(what), QString::number(value), column);
+        QLabel *c = cell(this, name + QLatin1Char('_') + QLatin1String(what), QString::number(value), false, column);
         m_grid->addWidget(c, row, column);
         return c;
     };
-    m_grid->addWidget(cell(this, name + QStringLiteral("_antenna"), label, AntennaColumn), row, AntennaColumn);
+    m_grid->addWidget(cell(this, name + QStringLiteral("_antenna"), label, false, AntennaColumn), row, AntennaColumn);
     add("rssi", figures.rssi, RssiColumn);
     add("rsrp", figures.rsrp, RsrpColumn);
     QLabel *snr = add("snr", figures.snr, SnrColumn);
