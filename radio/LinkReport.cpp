@@ -12,8 +12,7 @@ namespace
 {
 
 // Where the figures of a row sit among a layout's conversions.
-struct RecordLayout
-{
+struct RecordLayout {
     const char *pattern;
     int node; // -1: the node id is the quoted text ahead of the numbers
     int distance;
@@ -25,6 +24,7 @@ struct RecordLayout
 
 // The report layouts of the module firmware. The quoted figures carry their
 // double quotes on the wire.
+// clang-format off
 const RecordLayout kAccessKite = {
     "^DRPR: %hd,%hd,%hd,\"%hd\",%hd,\"%hd\",\"%hd\",\"%hd\",%hd,\"%hd\",%d,%d,%hd,%hd,%hd,%hd,\"%hd\",\"%hd\",%hd",
     0, 10, 12, 13, 14, 15, 16, 17, 18
@@ -42,10 +42,10 @@ const RecordLayout kCentreFalcon = {
     -1, 9, 11, 12, 13, 14, 16, 17, 18
 };
 const RecordLayout kMesh = {
-    "^DRPR: %hd,%hd,%hd,%x,%hd,\"%hd\",%hd,\"%hd\",\"%hd\",%hd,\"%hd\",%d,%hd,%hd,%hd,%hd,%hd,%hd,%hd,%hd,\"%hd\","
-    "\"%hd\"",
+    "^DRPR: %hd,%hd,%hd,%x,%hd,\"%hd\",%hd,\"%hd\",\"%hd\",%hd,\"%hd\",%d,%hd,%hd,%hd,%hd,%hd,%hd,%hd,%hd,\"%hd\",\"%hd\"",
     3, 11, 12, 13, 14, 15, 20, 21, 16
 };
+// clang-format on
 
 constexpr int kMaxConversions = 24;
 
@@ -56,9 +56,13 @@ const RecordLayout *layoutFor(LinkReport::ReportKind kind, LinkReport::ModuleKin
     case LinkReport::ReportKind::Mesh:
         return &kMesh;
     case LinkReport::ReportKind::Access:
-        return module == ModuleKind::Kite ? &kAccessKite : module == ModuleKind::Falcon ? &kAccessFalcon : nullptr;
+        return module == ModuleKind::Kite  ? &kAccessKite
+            : module == ModuleKind::Falcon ? &kAccessFalcon
+                                           : nullptr;
     case LinkReport::ReportKind::Centre:
-        return module == ModuleKind::Kite ? &kCentreKite : module == ModuleKind::Falcon ? &kCentreFalcon : nullptr;
+        return module == ModuleKind::Kite  ? &kCentreKite
+            : module == ModuleKind::Falcon ? &kCentreFalcon
+                                           : nullptr;
     }
     return nullptr;
 }
@@ -95,13 +99,14 @@ QByteArray request(const QString &typedAddress, const QString &command)
                                         "Accept:*/*\r\n"
                                         "Referer: http://")
         + typedAddress
-        + QStringLiteral("/index/chn/modem_at_debug.htm\r\n"
-                         "Accept-Language: zh-Hans-CN,zh-Hans;q=0.8,en-US;q=0.5,en;q=0.2\r\n"
-                         "Content-Type:text/plain;charset=UTF-8\r\n"
-                         "UA-CPU: AMD64\r\n"
-                         "Accept-Encoding:gzip, deflate\r\n"
-                         "User-Agent: Mozilla/5.0 (Windows NT 10.0; Win64; x64; Trident/7.0; rv:11.0) like Gecko\r\n"
-                         "Host: ")
+        + QStringLiteral(
+            "/index/chn/modem_at_debug.htm\r\n"
+            "Accept-Language: zh-Hans-CN,zh-Hans;q=0.8,en-US;q=0.5,en;q=0.2\r\n"
+            "Content-Type:text/plain;charset=UTF-8\r\n"
+            "UA-CPU: AMD64\r\n"
+            "Accept-Encoding:gzip, deflate\r\n"
+            "User-Agent: Mozilla/5.0 (Windows NT 10.0; Win64; x64; Trident/7.0; rv:11.0) like Gecko\r\n"
+            "Host: ")
         + typedAddress
         + QStringLiteral("\r\n"
                          "Content-Length: 31\r\n"
@@ -236,7 +241,8 @@ QString safeAddressPart(const QString &typedAddress)
         if (safe.size() == kMaxLength)
             break;
         const ushort u = c.unicode();
-        const bool kept = (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '-';
+        const bool kept
+            = (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '-';
         if (kept)
             safe += c;
         else if (u == '.' && !safe.endsWith(QLatin1Char('.')))

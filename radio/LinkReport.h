@@ -20,16 +20,14 @@ enum class ModuleKind { None = 0, Kite = 1, Kestrel = 2, Falcon = 3 };
 enum class ReportKind { Access, Centre, Mesh };
 
 // The figures of one antenna of a node.
-struct AntennaFigures
-{
+struct AntennaFigures {
     int rssi = 0;
     int rsrp = 0;
     int snr = 0;
 };
 
 // One remote node of a report, as its row shows it.
-struct LinkRecord
-{
+struct LinkRecord {
     QString node;
     AntennaFigures main;
     AntennaFigures second;
@@ -38,8 +36,7 @@ struct LinkRecord
 };
 
 // Where one record lies in the report text.
-struct RecordSpan
-{
+struct RecordSpan {
     int from = 0;
     int length = 0;
 };

@@ -6,7 +6,16 @@
 namespace
 {
 
-enum Column { NodeColumn, AntennaColumn, RssiColumn, RsrpColumn, SnrColumn, PowerColumn, DistanceColumn, ColumnCount };
+enum Column {
+    NodeColumn,
+    AntennaColumn,
+    RssiColumn,
+    RsrpColumn,
+    SnrColumn,
+    PowerColumn,
+    DistanceColumn,
+    ColumnCount
+};
 
 // Wide enough for the header words and for figures such as "-120" or "20000"
 // in the rows' font.
@@ -43,7 +52,8 @@ QGridLayout *tableGrid(QFrame *frame)
 
 // The font goes on every cell: under the program's style sheet a frame's
 // font does not pass on to its children.
-QLabel *cell(QWidget *parent, const QString &name, const QString &text, bool bold, int firstColumn, int columns = 1)
+QLabel *cell(
+    QWidget *parent, const QString &name, const QString &text, bool bold, int firstColumn, int columns = 1)
 {
     auto *label = new QLabel(parent);
     label->setObjectName(name);
@@ -66,16 +76,21 @@ LOG_TITLE::LOG_TITLE(QWidget *parent)
 {
     setObjectName(QStringLiteral("logTitle"));
     QGridLayout *grid = tableGrid(this);
-    grid->addWidget(cell(this, QStringLiteral("title_antenne"), QStringLiteral("ANTENNE"), true, NodeColumn, 2), 0,
+    grid->addWidget(
+        cell(this, QStringLiteral("title_antenne"), QStringLiteral("ANTENNE"), true, NodeColumn, 2), 0,
         NodeColumn, 1, 2);
-    grid->addWidget(cell(this, QStringLiteral("title_rssi"), QStringLiteral("RSSI"), true, RssiColumn), 0, RssiColumn);
-    grid->addWidget(cell(this, QStringLiteral("title_rsrp"), QStringLiteral("RSRP"), true, RsrpColumn), 0, RsrpColumn);
+    grid->addWidget(
+        cell(this, QStringLiteral("title_rssi"), QStringLiteral("RSSI"), true, RssiColumn), 0, RssiColumn);
+    grid->addWidget(
+        cell(this, QStringLiteral("title_rsrp"), QStringLiteral("RSRP"), true, RsrpColumn), 0, RsrpColumn);
     // The SNR column is headed by nothing: the coloured legend above the
     // table names it.
     grid->addWidget(cell(this, QStringLiteral("title_snr"), QString(), true, SnrColumn), 0, SnrColumn);
-    grid->addWidget(cell(this, QStringLiteral("title_power"), QStringLiteral("POWER"), true, PowerColumn), 0, PowerColumn);
+    grid->addWidget(cell(this, QStringLiteral("title_power"), QStringLiteral("POWER"), true, PowerColumn), 0,
+        PowerColumn);
     grid->addWidget(
-        cell(this, QStringLiteral("title_distance"), QStringLiteral("DISTANCE"), true, DistanceColumn), 0, DistanceColumn);
+        cell(this, QStringLiteral("title_distance"), QStringLiteral("DISTANCE"), true, DistanceColumn), 0,
+        DistanceColumn);
 }
 
 LOG_ITEM::LOG_ITEM(const LinkReport::LinkRecord &record, QWidget *parent)
@@ -101,11 +116,13 @@ void LOG_ITEM::addAntennaLine(int row, const QString &name, const QString &label
     const LinkReport::AntennaFigures &figures, const LinkReport::LinkRecord &record)
 {
     const auto add = [&](const char *what, int value, int column) {
-        QLabel *c = cell(this, name + QLatin1Char('_') + QLatin1String(what), QString::number(value), false, column);
+        QLabel *c = cell(
+            this, name + QLatin1Char('_') + QLatin1String(what), QString::number(value), false, column);
         m_grid->addWidget(c, row, column);
         return c;
     };
-    m_grid->addWidget(cell(this, name + QStringLiteral("_antenna"), label, false, AntennaColumn), row, AntennaColumn);
+    m_grid->addWidget(
+        cell(this, name + QStringLiteral("_antenna"), label, false, AntennaColumn), row, AntennaColumn);
     add("rssi", figures.rssi, RssiColumn);
     add("rsrp", figures.rsrp, RsrpColumn);
     QLabel *snr = add("snr", figures.snr, SnrColumn);

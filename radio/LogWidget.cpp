@@ -177,9 +177,12 @@ void logWidget::ReadData()
     if (!LinkReport::reportText(m_socket->readAll(), &report))
         return;
     const ReportKind kind = LinkReport::reportKind(m_kind, ui->mode_center->isChecked());
-    QFile &log = kind == ReportKind::Mesh ? m_meshLog : kind == ReportKind::Centre ? m_centreLog : m_accessLog;
-    QVector<LinkRecord> &records
-        = kind == ReportKind::Mesh ? m_meshRecords : kind == ReportKind::Centre ? m_centreRecords : m_accessRecords;
+    QFile &log = kind == ReportKind::Mesh ? m_meshLog
+        : kind == ReportKind::Centre      ? m_centreLog
+                                          : m_accessLog;
+    QVector<LinkRecord> &records = kind == ReportKind::Mesh ? m_meshRecords
+        : kind == ReportKind::Centre                        ? m_centreRecords
+                                                            : m_accessRecords;
     if (!LinkReport::appendToLog(log, kind, ui->lineEdit_ip->text(), report))
         qCDebug(lcRadio) << "cannot open the log file" << log.fileName();
     records = LinkReport::parseReport(report, kind, m_kind);

@@ -140,14 +140,14 @@ int scan(const char *text, int size, const char *pattern, qint64 *values, int ma
         case Conversion::Short:
             if (!readNumber(in, 10, 1u << 16, &negative, &magnitude))
                 return filled;
-            values[filled] = signedValue(negative, magnitude, std::numeric_limits<qint16>::min(),
-                std::numeric_limits<qint16>::max());
+            values[filled] = signedValue(
+                negative, magnitude, std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max());
             break;
         case Conversion::Int:
             if (!readNumber(in, 10, 1ull << 32, &negative, &magnitude))
                 return filled;
-            values[filled] = signedValue(negative, magnitude, std::numeric_limits<qint32>::min(),
-                std::numeric_limits<qint32>::max());
+            values[filled] = signedValue(
+                negative, magnitude, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
             break;
         case Conversion::Hex: {
             if (!readNumber(in, 16, 1ull << 32, &negative, &magnitude))

@@ -25,10 +25,11 @@ void checkLogName(const QString &typed)
     check(!part.isEmpty() && part.size() <= 64 && !part.contains(QLatin1String("..")));
     for (const QChar c : part) {
         const ushort u = c.unicode();
-        check((u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '.' || u == '-'
-            || u == '_');
+        check((u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '.'
+            || u == '-' || u == '_');
     }
-    check(logFileName(ReportKind::Mesh, typed) == QLatin1String("/log/log_mesh_") + part + QLatin1String(".txt"));
+    check(logFileName(ReportKind::Mesh, typed)
+        == QLatin1String("/log/log_mesh_") + part + QLatin1String(".txt"));
 }
 
 } // namespace
@@ -44,7 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             check(report.mid(span.from, mark.size()) == mark);
             last = span.from;
         }
-        for (ModuleKind module : { ModuleKind::None, ModuleKind::Kite, ModuleKind::Kestrel, ModuleKind::Falcon }) {
+        for (ModuleKind module :
+            { ModuleKind::None, ModuleKind::Kite, ModuleKind::Kestrel, ModuleKind::Falcon }) {
             const QVector<LinkRecord> records = parseReport(report, kind, module);
             check(records.size() <= kMaxRecords);
             for (const LinkRecord &r : records)

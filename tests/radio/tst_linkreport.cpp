@@ -53,21 +53,22 @@ void TestLinkReport::initTestCase()
 
 void TestLinkReport::requestBytes()
 {
-    const QByteArray expected = "POST /boafrm/formAtcmdProcess HTTP/1.1\r\n"
-                                "Accept:*/*\r\n"
-                                "Referer: http://127.0.0.1:8080/index/chn/modem_at_debug.htm\r\n"
-                                "Accept-Language: zh-Hans-CN,zh-Hans;q=0.8,en-US;q=0.5,en;q=0.2\r\n"
-                                "Content-Type:text/plain;charset=UTF-8\r\n"
-                                "UA-CPU: AMD64\r\n"
-                                "Accept-Encoding:gzip, deflate\r\n"
-                                "User-Agent: Mozilla/5.0 (Windows NT 10.0; Win64; x64; Trident/7.0; rv:11.0) like Gecko\r\n"
-                                "Host: 127.0.0.1:8080\r\n"
-                                "Content-Length: 31\r\n"
-                                "Connection: Keep-Alive\r\n"
-                                "Cache-Control: no-cache\r\n"
-                                "Cookie: user_choose=block\r\n"
-                                "\r\n"
-                                "FormAtcmd_Param_Atcmd=AT^DAPR=2";
+    const QByteArray expected
+        = "POST /boafrm/formAtcmdProcess HTTP/1.1\r\n"
+          "Accept:*/*\r\n"
+          "Referer: http://127.0.0.1:8080/index/chn/modem_at_debug.htm\r\n"
+          "Accept-Language: zh-Hans-CN,zh-Hans;q=0.8,en-US;q=0.5,en;q=0.2\r\n"
+          "Content-Type:text/plain;charset=UTF-8\r\n"
+          "UA-CPU: AMD64\r\n"
+          "Accept-Encoding:gzip, deflate\r\n"
+          "User-Agent: Mozilla/5.0 (Windows NT 10.0; Win64; x64; Trident/7.0; rv:11.0) like Gecko\r\n"
+          "Host: 127.0.0.1:8080\r\n"
+          "Content-Length: 31\r\n"
+          "Connection: Keep-Alive\r\n"
+          "Cache-Control: no-cache\r\n"
+          "Cookie: user_choose=block\r\n"
+          "\r\n"
+          "FormAtcmd_Param_Atcmd=AT^DAPR=2";
     QCOMPARE(request(QStringLiteral("127.0.0.1:8080"), command(ModuleKind::Kite, true)), expected);
     // The length stays 31 with no command at all, and the address goes out
     // as typed, in Latin-1.
@@ -84,16 +85,24 @@ void TestLinkReport::commandTable_data()
     QTest::addColumn<QString>("command");
     QTest::addColumn<ReportKind>("kind");
     QTest::addColumn<QByteArray>("marker");
-    QTest::newRow("Kite centre") << ModuleKind::Kite << true << "AT^DAPR=2" << ReportKind::Centre << QByteArray("^DAPR");
-    QTest::newRow("Kite access") << ModuleKind::Kite << false << "AT^DRPR=2" << ReportKind::Access << QByteArray("^DRPR");
+    QTest::newRow("Kite centre") << ModuleKind::Kite << true << "AT^DAPR=2" << ReportKind::Centre
+                                 << QByteArray("^DAPR");
+    QTest::newRow("Kite access") << ModuleKind::Kite << false << "AT^DRPR=2" << ReportKind::Access
+                                 << QByteArray("^DRPR");
     // A Kestrel mesh has no centre view: centre mode still asks for ^DRPR
     // and reads a mesh report.
-    QTest::newRow("Kestrel centre") << ModuleKind::Kestrel << true << "AT^DRPR=2" << ReportKind::Mesh << QByteArray("^DRPR");
-    QTest::newRow("Kestrel access") << ModuleKind::Kestrel << false << "AT^DRPR=2" << ReportKind::Mesh << QByteArray("^DRPR");
-    QTest::newRow("Falcon centre") << ModuleKind::Falcon << true << "AT^DAPR=2" << ReportKind::Centre << QByteArray("^DAPR");
-    QTest::newRow("Falcon access") << ModuleKind::Falcon << false << "AT^DRPR=2" << ReportKind::Access << QByteArray("^DRPR");
-    QTest::newRow("none centre") << ModuleKind::None << true << "" << ReportKind::Centre << QByteArray("^DAPR");
-    QTest::newRow("none access") << ModuleKind::None << false << "" << ReportKind::Access << QByteArray("^DRPR");
+    QTest::newRow("Kestrel centre") << ModuleKind::Kestrel << true << "AT^DRPR=2" << ReportKind::Mesh
+                                    << QByteArray("^DRPR");
+    QTest::newRow("Kestrel access") << ModuleKind::Kestrel << false << "AT^DRPR=2" << ReportKind::Mesh
+                                    << QByteArray("^DRPR");
+    QTest::newRow("Falcon centre") << ModuleKind::Falcon << true << "AT^DAPR=2" << ReportKind::Centre
+                                   << QByteArray("^DAPR");
+    QTest::newRow("Falcon access") << ModuleKind::Falcon << false << "AT^DRPR=2" << ReportKind::Access
+                                   << QByteArray("^DRPR");
+    QTest::newRow("none centre") << ModuleKind::None << true << "" << ReportKind::Centre
+                                 << QByteArray("^DAPR");
+    QTest::newRow("none access") << ModuleKind::None << false << "" << ReportKind::Access
+                                 << QByteArray("^DRPR");
 }
 
 void TestLinkReport::commandTable()
@@ -142,10 +151,11 @@ void TestLinkReport::cutting_data()
     QTest::newRow("three, noise around")
         << ReportKind::Access << QByteArray("OK\r\n^DRPR: a\r\n\r\n^DRPR: b\r\n\r\nx^DRPR: c")
         << QList<QByteArray> { "^DRPR: a", "^DRPR: b", "^DRPR: c" };
-    QTest::newRow("centre marker only") << ReportKind::Centre << QByteArray("^DRPR: a\r\n\r\n^DAPR: \"n\",1\r\n\r\n")
-                                        << QList<QByteArray> { "^DAPR: \"n\",1" };
-    QTest::newRow("marker at the very end") << ReportKind::Mesh << QByteArray("\r\n\r\n^DRPR")
-                                            << QList<QByteArray> { "^DRPR" };
+    QTest::newRow("centre marker only")
+        << ReportKind::Centre << QByteArray("^DRPR: a\r\n\r\n^DAPR: \"n\",1\r\n\r\n")
+        << QList<QByteArray> { "^DAPR: \"n\",1" };
+    QTest::newRow("marker at the very end")
+        << ReportKind::Mesh << QByteArray("\r\n\r\n^DRPR") << QList<QByteArray> { "^DRPR" };
     QTest::newRow("marker inside a record") << ReportKind::Access << QByteArray("^DRPR 1 ^DRPR 2\r\n\r\n")
                                             << QList<QByteArray> { "^DRPR 1 ^DRPR 2", "^DRPR 2" };
     QTest::newRow("half a terminator") << ReportKind::Access << QByteArray("^DRPR: a\r\n\r^DRPR: b\r\n")
@@ -201,7 +211,8 @@ void TestLinkReport::records_data()
                           << Figures { -50, -52, -75, -77, 25, -5, 20, 640 };
     QTest::newRow("blanks between figures")
         << ReportKind::Access << ModuleKind::Kite
-        << QByteArray("^DRPR:  7, 1,0,\"3\",2,\"4\",\"5\",\"6\",1,\"9\",1520,33,-61,-64,-88,-91,\"22\",\"17\",\t23\r\n")
+        << QByteArray("^DRPR:  7, "
+                      "1,0,\"3\",2,\"4\",\"5\",\"6\",1,\"9\",1520,33,-61,-64,-88,-91,\"22\",\"17\",\t23\r\n")
         << true << "7" << Figures { -61, -64, -88, -91, 22, 17, 23, 1520 };
     // A figure too large for its field is held at the field's bound.
     QTest::newRow("numbers out of range")
@@ -210,26 +221,28 @@ void TestLinkReport::records_data()
                       "-40000,-64,-88,-91,\"22\",\"17\",23")
         << true << "32767" << Figures { -32768, -64, -88, -91, 22, 17, 23, -2147483647 - 1 };
 
-    QTest::newRow("access with no module kind") << ReportKind::Access << ModuleKind::None << accessKite << false
-                                                << QString() << Figures();
-    QTest::newRow("centre with Kestrel") << ReportKind::Centre << ModuleKind::Kestrel << centreKite << false
-                                         << QString() << Figures();
-    QTest::newRow("Falcon record read as Kite") << ReportKind::Access << ModuleKind::Kite << accessFalcon << false
-                                                << QString() << Figures();
-    QTest::newRow("truncated") << ReportKind::Access << ModuleKind::Kite << accessKite.left(accessKite.size() - 8)
-                               << false << QString() << Figures();
+    QTest::newRow("access with no module kind")
+        << ReportKind::Access << ModuleKind::None << accessKite << false << QString() << Figures();
+    QTest::newRow("centre with Kestrel")
+        << ReportKind::Centre << ModuleKind::Kestrel << centreKite << false << QString() << Figures();
+    QTest::newRow("Falcon record read as Kite")
+        << ReportKind::Access << ModuleKind::Kite << accessFalcon << false << QString() << Figures();
+    QTest::newRow("truncated") << ReportKind::Access << ModuleKind::Kite
+                               << accessKite.left(accessKite.size() - 8) << false << QString() << Figures();
     QTest::newRow("number cut to a sign")
-        << ReportKind::Access << ModuleKind::Kite << QByteArray(accessKite).replace("-88", "-") << false << QString()
-        << Figures();
-    QTest::newRow("quotes missing") << ReportKind::Access << ModuleKind::Kite
-                                    << QByteArray(accessKite).replace("\"22\"", "22") << false << QString() << Figures();
-    QTest::newRow("centre without node quotes")
-        << ReportKind::Centre << ModuleKind::Kite << QByteArray(centreKite).replace("\"node-A\",", "") << false
+        << ReportKind::Access << ModuleKind::Kite << QByteArray(accessKite).replace("-88", "-") << false
         << QString() << Figures();
-    QTest::newRow("centre with one quote") << ReportKind::Centre << ModuleKind::Kite << QByteArray("^DAPR: \"node")
-                                           << false << QString() << Figures();
-    QTest::newRow("mesh without hex") << ReportKind::Mesh << ModuleKind::Kestrel
-                                      << QByteArray(mesh).replace("1a2b", "zz") << false << QString() << Figures();
+    QTest::newRow("quotes missing") << ReportKind::Access << ModuleKind::Kite
+                                    << QByteArray(accessKite).replace("\"22\"", "22") << false << QString()
+                                    << Figures();
+    QTest::newRow("centre without node quotes")
+        << ReportKind::Centre << ModuleKind::Kite << QByteArray(centreKite).replace("\"node-A\",", "")
+        << false << QString() << Figures();
+    QTest::newRow("centre with one quote") << ReportKind::Centre << ModuleKind::Kite
+                                           << QByteArray("^DAPR: \"node") << false << QString() << Figures();
+    QTest::newRow("mesh without hex")
+        << ReportKind::Mesh << ModuleKind::Kestrel << QByteArray(mesh).replace("1a2b", "zz") << false
+        << QString() << Figures();
 }
 
 void TestLinkReport::records()
@@ -245,8 +258,8 @@ void TestLinkReport::records()
     QFETCH(QString, node);
     QFETCH(Figures, figures);
     QCOMPARE(r.node, node);
-    QCOMPARE(Figures({ r.main.rssi, r.second.rssi, r.main.rsrp, r.second.rsrp, r.main.snr, r.second.snr, r.power,
-                 r.distance }),
+    QCOMPARE(Figures({ r.main.rssi, r.second.rssi, r.main.rsrp, r.second.rsrp, r.main.snr, r.second.snr,
+                 r.power, r.distance }),
         figures);
 }
 
@@ -277,10 +290,11 @@ void TestLinkReport::scanBounds_data()
                                 << QVector<qint64> { 2147483647, -2147483647 - 1 };
     QTest::newRow("hex forms") << QByteArray("ff 0x1F FFFFFFFFF -1") << QByteArray("%x %x %x %x")
                                << QVector<qint64> { 255, 31, 0xFFFFFFFFll, 0xFFFFFFFFll };
-    QTest::newRow("hex 0x without digits") << QByteArray("0xg") << QByteArray("%x%x") << QVector<qint64> { 0 };
+    QTest::newRow("hex 0x without digits")
+        << QByteArray("0xg") << QByteArray("%x%x") << QVector<qint64> { 0 };
     QTest::newRow("plus sign") << QByteArray("+5") << QByteArray("%hd") << QVector<qint64> { 5 };
-    QTest::newRow("stops at mismatch") << QByteArray("1,\"2,3") << QByteArray("%d,\"%d\",%d")
-                                       << QVector<qint64> { 1, 2 };
+    QTest::newRow("stops at mismatch")
+        << QByteArray("1,\"2,3") << QByteArray("%d,\"%d\",%d") << QVector<qint64> { 1, 2 };
     QTest::newRow("nothing left") << QByteArray("1,") << QByteArray("%d,%d") << QVector<qint64> { 1 };
     QTest::newRow("unknown conversion") << QByteArray("1 2") << QByteArray("%d %s") << QVector<qint64> { 1 };
 }
@@ -320,14 +334,21 @@ void TestLinkReport::logNames_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("name");
-    QTest::newRow("address") << "192.168.168.11" << "/log/log_access_192.168.168.11.txt";
-    QTest::newRow("address with port") << "127.0.0.1:8080" << "/log/log_access_127.0.0.1_8080.txt";
-    QTest::newRow("parent folders") << "../../etc/passwd" << "/log/log_access_._._etc_passwd.txt";
-    QTest::newRow("only dots") << ".." << "/log/log_access_..txt";
-    QTest::newRow("backslashes") << "..\\..\\x" << "/log/log_access_._._x.txt";
+    QTest::newRow("address") << "192.168.168.11"
+                             << "/log/log_access_192.168.168.11.txt";
+    QTest::newRow("address with port") << "127.0.0.1:8080"
+                                       << "/log/log_access_127.0.0.1_8080.txt";
+    QTest::newRow("parent folders") << "../../etc/passwd"
+                                    << "/log/log_access_._._etc_passwd.txt";
+    QTest::newRow("only dots") << ".."
+                               << "/log/log_access_..txt";
+    QTest::newRow("backslashes") << "..\\..\\x"
+                                 << "/log/log_access_._._x.txt";
     QTest::newRow("NUL and controls") << QString::fromUtf8("a\0b\n\tc", 6) << "/log/log_access_a_b__c.txt";
-    QTest::newRow("empty") << "" << "/log/log_access_unnamed.txt";
-    QTest::newRow("10 kB") << QString(10240, QLatin1Char('9')) << "/log/log_access_" + QString(64, '9') + ".txt";
+    QTest::newRow("empty") << ""
+                           << "/log/log_access_unnamed.txt";
+    QTest::newRow("10 kB") << QString(10240, QLatin1Char('9'))
+                           << "/log/log_access_" + QString(64, '9') + ".txt";
     QTest::newRow("v6 and unicode") << QString::fromUtf8("[::1]\xE2\x80\xA8") << "/log/log_access____1__.txt";
 }
 
@@ -393,7 +414,8 @@ void TestLinkReport::hostileReports()
     QFETCH(int, accessKiteRecords);
     QCOMPARE(parseReport(report, ReportKind::Access, ModuleKind::Kite).size(), accessKiteRecords);
     for (ReportKind kind : { ReportKind::Access, ReportKind::Centre, ReportKind::Mesh }) {
-        for (ModuleKind module : { ModuleKind::None, ModuleKind::Kite, ModuleKind::Kestrel, ModuleKind::Falcon }) {
+        for (ModuleKind module :
+            { ModuleKind::None, ModuleKind::Kite, ModuleKind::Kestrel, ModuleKind::Falcon }) {
             for (const LinkRecord &r : parseReport(report, kind, module))
                 QVERIFY(r.node.size() <= 64);
         }

@@ -223,7 +223,8 @@ void TestLogWidget::choicesAreLogged()
     QScopedPointer<QWidget> w(createLogWindow());
     g_messages.clear();
     const QtMessageHandler previous = qInstallMessageHandler(collect);
-    for (const char *name : { "module_kestrel", "module_falcon", "module_kite", "mode_access", "mode_center" })
+    for (const char *name :
+        { "module_kestrel", "module_falcon", "module_kite", "mode_access", "mode_center" })
         QTest::mouseClick(child<QRadioButton>(w.data(), name), Qt::LeftButton);
     qInstallMessageHandler(previous);
     QCOMPARE(g_messages,
@@ -248,21 +249,24 @@ void TestLogWidget::polling_data()
         << QByteArray("module_kite") << QByteArray("mode_access")
         << QByteArray("\r\n" + kiteAccessRecord("5", "18", "12") + kiteAccessRecord("9", "6", "19")
                + kiteAccessRecord("2", "25", "7") + "OK\r\n")
-        << QByteArray("AT^DRPR=2") << "log_access" << QStringList({ "5 " + yellow + " " + orange,
-                                                         "9 " + red + " " + grey, "2 " + grey + " " + orange });
+        << QByteArray("AT^DRPR=2") << "log_access"
+        << QStringList({ "5 " + yellow + " " + orange, "9 " + red + " " + grey, "2 " + grey + " " + orange });
     QTest::newRow("Kestrel in centre mode reads a mesh")
         << QByteArray("module_kestrel") << QByteArray("mode_center")
-        << QByteArray("^DRPR: 1,2,3,ff,4,\"5\",6,\"7\",\"8\",9,\"10\",640,-50,-52,-75,-77,20,0,0,0,\"13\",\"-5\""
-                      "\r\n\r\n")
+        << QByteArray(
+               "^DRPR: 1,2,3,ff,4,\"5\",6,\"7\",\"8\",9,\"10\",640,-50,-52,-75,-77,20,0,0,0,\"13\",\"-5\""
+               "\r\n\r\n")
         << QByteArray("AT^DRPR=2") << "log_mesh" << QStringList({ "255 " + yellow + " " + red });
     QTest::newRow("Falcon centre")
         << QByteArray("module_falcon") << QByteArray("mode_center")
-        << QByteArray("^DAPR: \"N2\",1,2,\"3\",4,\"5\",6,\"7\",8,\"9\",15000,12,-45,-47,-62,-65,1,\"30\",\"19\",-40"
-                      "\r\n\r\n")
+        << QByteArray(
+               "^DAPR: \"N2\",1,2,\"3\",4,\"5\",6,\"7\",8,\"9\",15000,12,-45,-47,-62,-65,1,\"30\",\"19\",-40"
+               "\r\n\r\n")
         << QByteArray("AT^DAPR=2") << "log_center" << QStringList({ "N2 " + grey + " " + grey });
     // One byte after the 280-byte head is a report, written to the log.
-    QTest::newRow("one byte of report") << QByteArray("module_kite") << QByteArray("mode_center")
-                                        << QByteArray("x") << QByteArray("AT^DAPR=2") << "log_center" << QStringList();
+    QTest::newRow("one byte of report")
+        << QByteArray("module_kite") << QByteArray("mode_center") << QByteArray("x")
+        << QByteArray("AT^DAPR=2") << "log_center" << QStringList();
     QTest::newRow("head only") << QByteArray("module_kite") << QByteArray("mode_access") << QByteArray()
                                << QByteArray("AT^DRPR=2") << QString() << QStringList();
 }
@@ -284,21 +288,22 @@ void TestLogWidget::polling()
     start(w, fake.address(), module.constData(), mode.constData());
     QTRY_VERIFY_WITH_TIMEOUT(fake.requests >= 2, 10000);
 
-    QByteArray expected = "POST /boafrm/formAtcmdProcess HTTP/1.1\r\n"
-                          "Accept:*/*\r\n"
-                          "Referer: http://ADDRESS/index/chn/modem_at_debug.htm\r\n"
-                          "Accept-Language: zh-Hans-CN,zh-Hans;q=0.8,en-US;q=0.5,en;q=0.2\r\n"
-                          "Content-Type:text/plain;charset=UTF-8\r\n"
-                          "UA-CPU: AMD64\r\n"
-                          "Accept-Encoding:gzip, deflate\r\n"
-                          "User-Agent: Mozilla/5.0 (Windows NT 10.0; Win64; x64; Trident/7.0; rv:11.0) like Gecko\r\n"
-                          "Host: ADDRESS\r\n"
-                          "Content-Length: 31\r\n"
-                          "Connection: Keep-Alive\r\n"
-                          "Cache-Control: no-cache\r\n"
-                          "Cookie: user_choose=block\r\n"
-                          "\r\n"
-                          "FormAtcmd_Param_Atcmd=COMMAND";
+    QByteArray expected
+        = "POST /boafrm/formAtcmdProcess HTTP/1.1\r\n"
+          "Accept:*/*\r\n"
+          "Referer: http://ADDRESS/index/chn/modem_at_debug.htm\r\n"
+          "Accept-Language: zh-Hans-CN,zh-Hans;q=0.8,en-US;q=0.5,en;q=0.2\r\n"
+          "Content-Type:text/plain;charset=UTF-8\r\n"
+          "UA-CPU: AMD64\r\n"
+          "Accept-Encoding:gzip, deflate\r\n"
+          "User-Agent: Mozilla/5.0 (Windows NT 10.0; Win64; x64; Trident/7.0; rv:11.0) like Gecko\r\n"
+          "Host: ADDRESS\r\n"
+          "Content-Length: 31\r\n"
+          "Connection: Keep-Alive\r\n"
+          "Cache-Control: no-cache\r\n"
+          "Cookie: user_choose=block\r\n"
+          "\r\n"
+          "FormAtcmd_Param_Atcmd=COMMAND";
     expected.replace("ADDRESS", fake.address().toLatin1()).replace("COMMAND", command);
     // Every tick sends the same request on the one kept-alive connection.
     QCOMPARE(fake.received.left(2 * expected.size()), expected + expected);
