@@ -128,10 +128,10 @@ void logWidget::stopPolling()
 
 void logWidget::setInputsEnabled(bool enabled)
 {
-    for (QWidget *w : { static_cast<QWidget *>(ui->lineEdit_ip), static_cast<QWidget *>(ui->module_kite),
-             static_cast<QWidget *>(ui->module_kestrel), static_cast<QWidget *>(ui->module_falcon),
-             static_cast<QWidget *>(ui->mode_center), static_cast<QWidget *>(ui->mode_access) })
-        w->setEnabled(enabled);
+    const QList<QWidget *> inputs { ui->lineEdit_ip, ui->module_kite, ui->module_kestrel, ui->module_falcon,
+        ui->mode_center, ui->mode_access };
+    for (QWidget *input : inputs)
+        input->setEnabled(enabled);
 }
 
 void logWidget::on_timeout()

@@ -2,6 +2,7 @@
 #include "LogRows.h"
 #include "LogWidget.h"
 #include "LogWindowFactory.h"
+#include "ModuleSimProcess.h"
 #include "RadioLog.h"
 
 #include <QButtonGroup>
@@ -9,7 +10,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
@@ -18,84 +18,22 @@
 namespace
 {
 
-// A module's web server on 127.0.0.1: answers each whole request (head and
-// its 31-byte body) with the reply it is given, and keeps what it received.
-class FakeModule : public QObject
-{
-public:
-    FakeModule()
-    {
-        m_server.listen(QHostAddress::LocalHost, 0);
-        connect(&m_server, &QTcpServer::newConnection, this, [this] {
-            while (QTcpSocket *s = m_server.nextPendingConnection()) {
-                ++connections;
-                m_client = s;
-                connect(s, &QTcpSocket::readyRead, this, [this, s] { serve(s); });
-                connect(s, &QTcpSocket::disconnected, this, [this] { ++disconnections; });
-            }
-        });
-    }
-
-    QString address() const { return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort()); }
-
-    QByteArray reply;
-    QByteArray received;
-    int requests = 0;
-    int connections = 0;
-    int disconnections = 0;
-
-private:
-    void serve(QTcpSocket *s)
-    {
-        const QByteArray bytes = s->readAll();
-        received += bytes;
-        m_pending += bytes;
-        for (int end = m_pending.indexOf("\r\n\r\n"); end >= 0 && m_pending.size() >= end + 4 + 31;
-             end = m_pending.indexOf("\r\n\r\n")) {
-            m_pending.remove(0, end + 4 + 31);
-            ++requests;
-            s->write(reply);
-        }
-    }
-
-    QTcpServer m_server;
-    QTcpSocket *m_client = nullptr;
-    QByteArray m_pending;
-};
-
-// The module's web server sends a head of exactly 280 bytes.
-QByteArray head280()
-{
-    QByteArray head = "HTTP/1.1 200 OK\r\nServer: Boa/0.94\r\nContent-Type: text/plain\r\nX-Pad: ";
-    head += QByteArray(280 - head.size() - 4, 'p') + "\r\n\r\n";
-    return head;
-}
-
 QByteArray kiteAccessRecord(const char *node, const char *snrMain, const char *snrSecond)
 {
     return "^DRPR: " + QByteArray(node) + ",1,0,\"3\",2,\"4\",\"5\",\"6\",1,\"9\",1520,33,-61,-64,-88,-91,\""
         + snrMain + "\",\"" + snrSecond + "\",23\r\n\r\n";
 }
 
-QList<LOG_ITEM *> rows(QWidget *w)
-{
-    QList<LOG_ITEM *> items;
-    auto *layout = w->findChild<QVBoxLayout *>(QStringLiteral("verticalLayout_log"));
-    for (int i = 0; layout && i < layout->count(); ++i) {
-        if (auto *item = qobject_cast<LOG_ITEM *>(layout->itemAt(i)->widget()))
-            items.append(item);
-    }
-    return items;
-}
-
 // "node main-snr-style second-snr-style" per row, in order.
 QStringList shown(QWidget *w)
 {
     QStringList lines;
-    for (LOG_ITEM *item : rows(w)) {
-        lines.append(item->findChild<QLabel *>(QStringLiteral("node"))->text() + QLatin1Char(' ')
-            + item->findChild<QLabel *>(QStringLiteral("main_snr"))->styleSheet() + QLatin1Char(' ')
-            + item->findChild<QLabel *>(QStringLiteral("second_snr"))->styleSheet());
+    auto *layout = w->findChild<QVBoxLayout *>(QStringLiteral("verticalLayout_log"));
+    for (int i = 0; i < layout->count(); ++i) {
+        if (auto *item = qobject_cast<LOG_ITEM *>(layout->itemAt(i)->widget()))
+            lines.append(item->findChild<QLabel *>(QStringLiteral("node"))->text() + QLatin1Char(' ')
+                + item->findChild<QLabel *>(QStringLiteral("main_snr"))->styleSheet() + QLatin1Char(' ')
+                + item->findChild<QLabel *>(QStringLiteral("second_snr"))->styleSheet());
     }
     return lines;
 }
@@ -135,6 +73,7 @@ private Q_SLOTS:
     void polling_data();
     void polling();
     void stoppingUnlocksAndDisconnects();
+    void reconnectsAfterHalfReply();
     void unparsableAddressSendsNothing();
 
 private:
@@ -208,14 +147,6 @@ void TestLogWidget::defaults()
     for (const char *icon : { "connect.svg", "disconnect.svg", "flush.svg", "flush_gray.svg", "config.svg",
              "config_gray.svg", "add_gray.svg", "SNR.png" })
         QVERIFY2(!QImage(QStringLiteral(":/button/image/") + QLatin1String(icon)).isNull(), icon);
-    // The header row is there before anything was polled.
-    const auto *title = w->findChild<LOG_TITLE *>();
-    QVERIFY(title);
-    QStringList texts;
-    for (const QLabel *label : title->findChildren<QLabel *>())
-        if (!label->text().isEmpty())
-            texts.append(label->text());
-    QCOMPARE(texts, QStringList({ "ANTENNE", "RSSI", "RSRP", "POWER", "DISTANCE" }));
 }
 
 void TestLogWidget::choicesAreLogged()
@@ -234,9 +165,9 @@ void TestLogWidget::choicesAreLogged()
 
 void TestLogWidget::polling_data()
 {
-    QTest::addColumn<QByteArray>("module");
+    QTest::addColumn<QByteArray>("kind");
     QTest::addColumn<QByteArray>("mode");
-    QTest::addColumn<QByteArray>("report");
+    QTest::addColumn<QByteArray>("report"); // null: the simulated module's own
     QTest::addColumn<QByteArray>("command");
     QTest::addColumn<QString>("log");
     QTest::addColumn<QStringList>("shown");
@@ -246,47 +177,56 @@ void TestLogWidget::polling_data()
     const QString orange = QStringLiteral("background-color:#FFA500;");
     const QString red = QStringLiteral("background-color:#FF3400;");
     QTest::newRow("Kite access, three nodes")
-        << QByteArray("module_kite") << QByteArray("mode_access")
+        << QByteArray("kite") << QByteArray("mode_access")
         << QByteArray("\r\n" + kiteAccessRecord("5", "18", "12") + kiteAccessRecord("9", "6", "19")
                + kiteAccessRecord("2", "25", "7") + "OK\r\n")
         << QByteArray("AT^DRPR=2") << "log_access"
         << QStringList({ "5 " + yellow + " " + orange, "9 " + red + " " + grey, "2 " + grey + " " + orange });
     QTest::newRow("Kestrel in centre mode reads a mesh")
-        << QByteArray("module_kestrel") << QByteArray("mode_center")
+        << QByteArray("kestrel") << QByteArray("mode_center")
         << QByteArray(
                "^DRPR: 1,2,3,ff,4,\"5\",6,\"7\",\"8\",9,\"10\",640,-50,-52,-75,-77,20,0,0,0,\"13\",\"-5\""
                "\r\n\r\n")
         << QByteArray("AT^DRPR=2") << "log_mesh" << QStringList({ "255 " + yellow + " " + red });
     QTest::newRow("Falcon centre")
-        << QByteArray("module_falcon") << QByteArray("mode_center")
-        << QByteArray(
-               "^DAPR: \"N2\",1,2,\"3\",4,\"5\",6,\"7\",8,\"9\",15000,12,-45,-47,-62,-65,1,\"30\",\"19\",-40"
-               "\r\n\r\n")
+        << QByteArray("falcon") << QByteArray("mode_center")
+        << QByteArray("^DAPR: \"N2\",1,2,\"3\",4,\"5\",6,\"7\",8,\"9\",15000,12,-45,-47,-62,-65,1,\"30\","
+                      "\"19\",-40\r\n\r\n")
         << QByteArray("AT^DAPR=2") << "log_center" << QStringList({ "N2 " + grey + " " + grey });
-    // One byte after the 280-byte head is a report, written to the log.
-    QTest::newRow("one byte of report")
-        << QByteArray("module_kite") << QByteArray("mode_center") << QByteArray("x")
-        << QByteArray("AT^DAPR=2") << "log_center" << QStringList();
-    QTest::newRow("head only") << QByteArray("module_kite") << QByteArray("mode_access") << QByteArray()
-                               << QByteArray("AT^DRPR=2") << QString() << QStringList();
+    // The simulated module's own reports: two or three nodes in each layout.
+    QTest::newRow("generated Kite centre") << QByteArray("kite") << QByteArray("mode_center") << QByteArray()
+                                           << QByteArray("AT^DAPR=2") << "log_center" << QStringList();
+    QTest::newRow("generated Falcon access")
+        << QByteArray("falcon") << QByteArray("mode_access") << QByteArray() << QByteArray("AT^DRPR=2")
+        << "log_access" << QStringList();
 }
 
 void TestLogWidget::polling()
 {
-    QFETCH(QByteArray, module);
+    QFETCH(QByteArray, kind);
     QFETCH(QByteArray, mode);
     QFETCH(QByteArray, report);
     QFETCH(QByteArray, command);
     QFETCH(QString, log);
     QFETCH(QStringList, shown);
 
-    FakeModule fake;
-    fake.reply = head280() + report;
+    QTemporaryDir dir;
+    const QString record = dir.filePath(QStringLiteral("requests"));
+    QStringList args { QStringLiteral("--kind"), QString::fromLatin1(kind), QStringLiteral("--record"),
+        record };
+    if (!report.isNull()) {
+        QFile file(dir.filePath(QStringLiteral("report")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(report);
+        args << QStringLiteral("--report") << file.fileName();
+    }
+    ModuleSimProcess sim;
+    QVERIFY(sim.start(args));
+
     QPointer<QWidget> w(createLogWindow());
     w->resize(640, 420);
     w->show();
-    start(w, fake.address(), module.constData(), mode.constData());
-    QTRY_VERIFY_WITH_TIMEOUT(fake.requests >= 2, 10000);
+    start(w, sim.address(), QByteArray("module_" + kind).constData(), mode.constData());
 
     QByteArray expected
         = "POST /boafrm/formAtcmdProcess HTTP/1.1\r\n"
@@ -304,30 +244,34 @@ void TestLogWidget::polling()
           "Cookie: user_choose=block\r\n"
           "\r\n"
           "FormAtcmd_Param_Atcmd=COMMAND";
-    expected.replace("ADDRESS", fake.address().toLatin1()).replace("COMMAND", command);
-    // Every tick sends the same request on the one kept-alive connection.
-    QCOMPARE(fake.received.left(2 * expected.size()), expected + expected);
-    QCOMPARE(fake.connections, 1);
+    expected.replace("ADDRESS", sim.address().toLatin1()).replace("COMMAND", command);
+    // Every tick sends the same request, as the module recorded it.
+    QTRY_VERIFY_WITH_TIMEOUT(readFile(record).size() >= 2 * expected.size(), 10000);
+    QCOMPARE(readFile(record).left(2 * expected.size()), expected + expected);
 
-    if (!shown.isEmpty())
+    if (!shown.isEmpty()) {
         QTRY_COMPARE(::shown(w), shown);
-    else
-        QVERIFY(rows(w).isEmpty());
-
-    const QStringList logs = QDir(m_logDir).entryList(QDir::Files);
-    if (log.isEmpty()) {
-        QVERIFY(logs.isEmpty());
     } else {
-        QCOMPARE(logs, QStringList(log + "_" + fake.address().replace(':', '_') + ".txt"));
-        const QByteArray written = readFile(m_logDir + QLatin1Char('/') + logs.first());
-        QVERIFY(written.size() >= report.size());
-        QCOMPARE(written, report.repeated(written.size() / report.size()));
+        QTRY_VERIFY(::shown(w).size() >= 2);
+        const QRegularExpression row(
+            QStringLiteral("^\\S+( background-color:#(F0F0F0|FFF68F|FFA500|FF3400);){2}$"));
+        for (const QString &line : ::shown(w))
+            QVERIFY2(row.match(line).hasMatch(), qPrintable(line));
     }
 
+    const QStringList logs = QDir(m_logDir).entryList(QDir::Files);
+    QCOMPARE(logs, QStringList(log + "_" + sim.address().replace(':', '_') + ".txt"));
+    // The reports as they came, one after the other, nothing added.
+    const QByteArray written = readFile(m_logDir + QLatin1Char('/') + logs.first());
+    QVERIFY(!written.isEmpty());
+    if (!report.isNull())
+        QCOMPARE(written, report.repeated(written.size() / report.size()));
+
+    // For a person to look at: QUILLMARK_SHOT_DIR=folder.
     const QString shots = qEnvironmentVariable("QUILLMARK_SHOT_DIR");
-    if (!shots.isEmpty() && QByteArray(QTest::currentDataTag()).startsWith("Kite access")) {
-        QTRY_COMPARE(::shown(w), shown);
-        w->grab().save(shots + QStringLiteral("/logwidget.png"));
+    if (!shots.isEmpty() && !::shown(w).isEmpty()) {
+        const QString tag = QString::fromLatin1(QTest::currentDataTag()).split(QLatin1Char(',')).first();
+        w->grab().save(QStringLiteral("%1/logwidget %2.png").arg(shots, tag));
     }
     w->close();
     QTRY_VERIFY(w.isNull());
@@ -335,11 +279,13 @@ void TestLogWidget::polling()
 
 void TestLogWidget::stoppingUnlocksAndDisconnects()
 {
-    FakeModule fake;
-    fake.reply = head280() + kiteAccessRecord("1", "20", "20");
+    QTemporaryDir dir;
+    const QString record = dir.filePath(QStringLiteral("requests"));
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ QStringLiteral("--record"), record }));
     QScopedPointer<QWidget> w(createLogWindow());
-    start(w.data(), fake.address(), "module_kite", "mode_access");
-    QTRY_VERIFY_WITH_TIMEOUT(fake.requests >= 1, 10000);
+    start(w.data(), sim.address(), "module_kite", "mode_access");
+    QTRY_VERIFY_WITH_TIMEOUT(!readFile(record).isEmpty(), 10000);
     auto *link = child<QPushButton>(w.data(), "link");
     QTest::mouseClick(link, Qt::LeftButton);
     QCOMPARE(link->property("urgent"), QVariant(false));
@@ -347,18 +293,40 @@ void TestLogWidget::stoppingUnlocksAndDisconnects()
     for (const char *name :
         { "lineEdit_ip", "module_kite", "module_kestrel", "module_falcon", "mode_center", "mode_access" })
         QVERIFY2(child<QWidget>(w.data(), name)->isEnabled(), name);
-    QTRY_COMPARE(fake.disconnections, 1);
+    QCOMPARE(w->findChild<QTcpSocket *>()->state(), QAbstractSocket::UnconnectedState);
+}
+
+// A module that drops the connection halfway through each reply: the half
+// report does no harm and the next tick connects again.
+void TestLogWidget::reconnectsAfterHalfReply()
+{
+    QTemporaryDir dir;
+    const QString record = dir.filePath(QStringLiteral("requests"));
+    QFile report(dir.filePath(QStringLiteral("report")));
+    QVERIFY(report.open(QIODevice::WriteOnly));
+    report.write(kiteAccessRecord("1", "20", "20").repeated(8));
+    report.close();
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ QStringLiteral("--close-mid-reply"), QStringLiteral("--record"), record,
+        QStringLiteral("--report"), report.fileName() }));
+    QScopedPointer<QWidget> w(createLogWindow());
+    start(w.data(), sim.address(), "module_kite", "mode_access");
+    QTRY_VERIFY_WITH_TIMEOUT(readFile(record).count("POST ") >= 2, 10000);
 }
 
 void TestLogWidget::unparsableAddressSendsNothing()
 {
-    FakeModule fake;
+    QTemporaryDir dir;
+    const QString record = dir.filePath(QStringLiteral("requests"));
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ QStringLiteral("--record"), record }));
     QScopedPointer<QWidget> w(createLogWindow());
-    start(w.data(), fake.address() + QLatin1Char('x'), "module_kite", "mode_center");
+    start(w.data(), sim.address() + QLatin1Char('x'), "module_kite", "mode_center");
     // Wait for one more tick: each one puts up a new header row.
     const QPointer<LOG_TITLE> title = w->findChild<LOG_TITLE *>();
     QTRY_VERIFY_WITH_TIMEOUT(title.isNull(), 5000);
-    QCOMPARE(fake.connections, 0);
+    QVERIFY(readFile(record).isEmpty());
+    QCOMPARE(w->findChild<QTcpSocket *>()->state(), QAbstractSocket::UnconnectedState);
 }
 
 QTEST_MAIN(TestLogWidget)
