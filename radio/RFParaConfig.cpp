@@ -5,9 +5,10 @@
 #include "ModuleAddress.h"
 #include "ModuleLabels.h"
 #include "ModuleReplies.h"
+#include "RadioLog.h"
+#include "RadioResources.h"
 #include "ui_RFParaConfig.h"
 
-#include <QLoggingCategory>
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
@@ -17,8 +18,6 @@
 
 namespace
 {
-
-Q_LOGGING_CATEGORY(lcModuleWindow, "quillmark.radio")
 
 constexpr int kConnectWaitMs = 5000;
 constexpr int kReconnectWaitMs = 3000;
@@ -45,6 +44,7 @@ RFParaConfig::RFParaConfig(QWidget *parent)
     , m_socket(new QTcpSocket(this))
     , m_timer(new QTimer(this))
 {
+    initRadioResources();
     ui->setupUi(this);
     ui->lineEdit_ip->setText(ModuleAddress::startAddress());
     ui->link->setProperty(kUrgent, false);
@@ -153,7 +153,7 @@ void RFParaConfig::finishProbe(bool reached)
     const Probe kind = m_probe;
     m_probe = Probe::None;
     ++m_probeAttempt; // its deadline no longer counts
-    qCDebug(lcModuleWindow) << "module" << ui->lineEdit_ip->text() << (reached ? "reached" : "not reached");
+    qCDebug(lcRadio) << "module" << ui->lineEdit_ip->text() << (reached ? "reached" : "not reached");
     if (kind == Probe::Connect) {
         if (reached) {
             setConnected(true);
@@ -256,7 +256,7 @@ void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
     QNetworkRequest request(url);
     request.setHeader(
         QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
-    qCDebug(lcModuleWindow) << "post" << url.toString() << form.body;
+    qCDebug(lcRadio) << "post" << url.toString() << form.body;
     QNetworkReply *reply = m_network->post(request, ModuleForms::bodyBytes(form));
     connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64) {
         if (received > kMaxReplyBytes)
@@ -265,7 +265,7 @@ void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
     connect(reply, &QNetworkReply::finished, this, [reply, handler = std::move(handler)] {
         const bool failed = reply->error() != QNetworkReply::NoError;
         const QByteArray body = failed ? QByteArray() : reply->readAll();
-        qCDebug(lcModuleWindow) << "reply" << reply->url().path()
+        qCDebug(lcRadio) << "reply" << reply->url().path()
                                 << (failed ? reply->errorString() : body.left(200));
         reply->deleteLater();
         handler(failed, body);

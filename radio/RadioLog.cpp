@@ -1,0 +1,3 @@
+#include "RadioLog.h"
+
+Q_LOGGING_CATEGORY(lcRadio, "quillmark.radio")
