@@ -1,12 +1,11 @@
 #include "ChannelListenInterface.h"
 
-#include "AppLog.h"
 #include "ControlColors.h"
 #include "DeviceData.h"
 #include "HelpWidget.h"
 #include "Messages.h"
 #include "ModelDefaults.h"
-#include "ParameterFile.h"
+#include "RecordFile.h"
 #include "PageHost.h"
 #include "RFRadioConfig.h"
 #include "SettingPage.h"
@@ -81,11 +80,7 @@ ChannelListenInterface::ChannelListenInterface(int model, QWidget *parent)
     // module power page, 2 the external output module.
     PageHost *host = PageHost::instance();
     const int module = host ? host->deviceData().m_module : 0;
-    m_entries = { SectionSbus1, SectionSbus2, SectionChannelHold, SectionButtons, SectionComprehensive };
-    if (module == 1)
-        m_entries.append(SectionRadioModule);
-    else if (module == 2)
-        m_entries.append(SectionCustomOutput);
+    m_entries = Sequences::sections(module);
     m_entries.append(kHelpEntry);
     for (int section = 0; section < int(m_menu.size()); ++section)
         m_menu[size_t(section)]->setVisible(m_entries.contains(section));
@@ -179,19 +174,20 @@ void ChannelListenInterface::refreshPages()
 
 QString ChannelListenInterface::parameterFileText() const
 {
-    QString text = ParameterFile::opening();
-    for (int section : { SectionSbus1, SectionChannelHold, SectionButtons, SectionComprehensive }) {
-        if (SettingPage *p = page(section))
-            text += p->fileFragment();
-    }
-    qCDebug(lcApp).noquote() << text;
-    // The output module's settings when the unit carries it, the module power
-    // settings otherwise; a unit with neither page writes neither.
+    auto fragment = [this](int section) {
+        SettingPage *p = page(section);
+        return p ? p->fileFragment() : QString();
+    };
+    RecordFile::Fragments f;
+    f.sbus = fragment(SectionSbus1);
+    f.channelHold = fragment(SectionChannelHold);
+    f.buttons = fragment(SectionButtons);
+    f.comprehensive = fragment(SectionComprehensive);
+    // Only the page the unit's module kind has exists; the other stays empty.
+    f.modulePower = fragment(SectionRadioModule);
+    f.customOutput = fragment(SectionCustomOutput);
     PageHost *host = PageHost::instance();
-    const int module = host ? host->deviceData().m_module : 0;
-    if (SettingPage *p = page(module == 2 ? SectionCustomOutput : SectionRadioModule))
-        text += p->fileFragment();
-    return text + ParameterFile::closing();
+    return RecordFile::compose(f, host ? host->deviceData().m_module : 0);
 }
 
 // ---------------------------------------------------------------- sections

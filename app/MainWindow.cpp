@@ -3,16 +3,20 @@
 #include "AnswerRules.h"
 #include "AppLog.h"
 #include "AppPaths.h"
+#include "Backups.h"
 #include "BusyWait.h"
 #include "CanReceive.h"
 #include "ChannelListenInterface.h"
 #include "LinkLog.h"
 #include "MDlg.h"
 #include "Messages.h"
+#include "ModelDefaults.h"
 #include "ModelInterface.h"
 #include "ModelPages.h"
 #include "ParameterFile.h"
 #include "RFParaConfig.h"
+#include "RecordAnswers.h"
+#include "RecordFile.h"
 #include "RFRadioConfig.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
@@ -21,11 +25,13 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <QUrl>
 
 namespace
@@ -49,11 +55,14 @@ MainWindow::MainWindow(QWidget *parent)
     setWindowTitle(QStringLiteral("Brenvo-remote controller 1.5.0"));
     m_configDir = AppPaths::file(QStringLiteral("/config/"));
     applyStyleSheet();
-    m_modelIds = QStringList { QStringLiteral("ALDER"), QStringLiteral("BIRCH"), QStringLiteral("CEDAR"),
-        QStringLiteral("LARCH"), QStringLiteral("MAPLE"), QStringLiteral("ROWAN"), QStringLiteral("WILLO") };
+    m_modelIds = ::modelIdentifiers();
 
     m_link = new SerialLink(this);
     connect(m_link, &SerialLink::readyRead, this, &MainWindow::slot_readyRead);
+    connect(m_link, &SerialLink::lost, this, &MainWindow::unitLost);
+    m_reconnectTimer = new QTimer(this);
+    m_reconnectTimer->setInterval(1000);
+    connect(m_reconnectTimer, &QTimer::timeout, this, &MainWindow::tryReconnect);
     m_link->openFromFile(AppPaths::userFile(QStringLiteral("/config/port.xml")), this);
 
     setMinimumSize(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
@@ -131,8 +140,10 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     if (!answer.failureText.isEmpty())
         qCDebug(lcLink).noquote() << answer.failureText;
     if (answer.moduleAnswer) {
-        if (answer.moduleKind >= 0)
+        if (answer.moduleKind >= 0) {
             m_data.m_module = answer.moduleKind;
+            m_unitRecord.m_module = answer.moduleKind;
+        }
         qCDebug(lcApp).noquote() << QStringLiteral("m_data.m_module = ") + QString::number(m_data.m_module);
     }
     if (answer.showCanWindow) {
@@ -142,8 +153,11 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
         if (answer.canWindowGetsData)
             m_canReceive->addFrame(answer.data);
     }
-    if (answer.emits)
+    if (answer.emits) {
+        if (RecordAnswers::decode(code, answer.data, m_modelIndex, m_unitRecord))
+            m_unitRecordRead = true;
         Q_EMIT signal_information(answer.codeId, answer.data);
+    }
     if (answer.identify)
         identify(answer.identifier);
 }
@@ -164,6 +178,17 @@ void MainWindow::identify(const QString &identifier)
         m_hub = nullptr;
     }
 
+    // The same unit back after a reconnect keeps the record as it stood;
+    // setting the hub up again would load the model's defaults over it.
+    const bool keepRecord = m_reconnected && model == m_modelIndex;
+    m_reconnected = false;
+    const DeviceData kept = m_data;
+    if (model != m_modelIndex) {
+        m_unitRecord = DeviceData();
+        m_unitRecord.m_module = m_data.m_module;
+        m_unitRecordRead = false;
+    }
+
     m_modelIndex = model;
     ModelInterface *page = createModelPage(model, this);
     m_modelPages[size_t(model)] = page;
@@ -175,6 +200,46 @@ void MainWindow::identify(const QString &identifier)
 
     m_link->run(Sequences::startModelPageUpload());
     createHub();
+    if (keepRecord && m_hub) {
+        const int module = m_data.m_module;
+        m_data = kept;
+        m_data.m_module = module;
+        m_hub->refreshPages();
+    }
+}
+
+void MainWindow::unitLost()
+{
+    if (!m_reconnect || m_closing)
+        return; // the port is never reopened: the window just stops hearing the unit
+    qCDebug(lcApp) << "the unit went away; reopening the port once a second";
+    setCentral(m_connectingScreen);
+    m_reconnectTimer->start();
+}
+
+void MainWindow::tryReconnect()
+{
+    if (!m_link->reopenFromFile(AppPaths::userFile(QStringLiteral("/config/port.xml"))))
+        return;
+    m_reconnectTimer->stop();
+    qCDebug(lcApp) << "port open again; identifying the unit";
+    m_reconnected = true;
+    // As at start: the unit needs a moment after the port opens.
+    busyWait(kStartupDelayMs);
+    m_link->run(Sequences::identifyUnit());
+}
+
+QString MainWindow::backupBeforeWrite()
+{
+    if (!m_unitRecordRead) {
+        qCDebug(lcApp) << "backup: nothing read from the unit yet";
+        return QString();
+    }
+    QString error;
+    const QString path = Backups::save(m_modelId, RecordFile::text(m_unitRecord), QDateTime::currentDateTime(), &error);
+    if (path.isEmpty())
+        qCWarning(lcApp).noquote() << "backup failed, writing anyway:" << error;
+    return path;
 }
 
 void MainWindow::createHub()
@@ -346,6 +411,7 @@ void MainWindow::slot_saveData()
         const std::optional<RequestPlan> plan
             = Sequences::writeSection(section, payloads, m_data.CANFrameCnt, m_data.canFrames.size());
         if (plan) {
+            backupBeforeWrite();
             MDlg *notice = nullptr;
             if (section == SectionCustomOutput) {
                 notice = new MDlg(this, false);
@@ -362,6 +428,7 @@ void MainWindow::slot_saveData()
 
 void MainWindow::writeAll()
 {
+    backupBeforeWrite();
     auto *notice = new MDlg(this, false);
     notice->setStyleSheet(m_styleSheet);
     notice->setText(tr("写入中..."));

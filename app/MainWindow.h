@@ -19,6 +19,7 @@ class ChannelListenInterface;
 class ModelInterface;
 class SerialLink;
 class canReceive;
+class QTimer;
 
 // The one window of the program. It owns the serial link, the parameter
 // record m_data and every page, identifies the connected unit, switches
@@ -62,6 +63,19 @@ public:
     QString parameterFileText() const;
     QString lastPath() const { return m_lastPath; }
 
+    // The record as the unit last answered the read requests (kept apart
+    // from m_data, which the pages also change on edits); what a backup
+    // before a write holds.
+    const DeviceData &unitRecord() const { return m_unitRecord; }
+    // Saves unitRecord() to backup/ (nothing before the first read); a
+    // failure is logged and the write goes on. Returns the file written.
+    QString backupBeforeWrite();
+
+    // When the port reports that the unit is gone, show the connecting
+    // screen and reopen the port from port.xml once a second (on by
+    // default; --no-reconnect turns it off).
+    void setReconnecting(bool on) { m_reconnect = on; }
+
 Q_SIGNALS:
     void signal_information(CodeID code, QByteArray data);
     void signal_saveAllData();
@@ -99,6 +113,8 @@ private:
     void placeWindow();
     void handleFrame(quint8 code, const QByteArray &payload);
     void identify(const QString &identifier);
+    void unitLost();
+    void tryReconnect();
     void createHub();
     void setCentral(QWidget *page);
     int currentSection() const;
@@ -120,4 +136,9 @@ private:
     QString m_lastPath; // of the parameter file, remembered in config/lastAddr.tmp
     bool m_confirmed = false;
     bool m_closing = false;
+    DeviceData m_unitRecord;
+    bool m_unitRecordRead = false;
+    bool m_reconnect = true;
+    bool m_reconnected = false; // the next identification follows a reconnect
+    QTimer *m_reconnectTimer = nullptr;
 };

@@ -21,21 +21,52 @@ void SerialLink::openFromFile(const QString &path, QWidget *messageParent)
     }
     for (const QString &name : *names) {
         // A later port element replaces an earlier one.
-        delete m_port;
-        m_port = new QSerialPort(this);
-        m_port->setPortName(name);
-        m_port->setBaudRate(QSerialPort::Baud115200, QSerialPort::AllDirections);
-        m_port->setDataBits(QSerialPort::Data8);
-        m_port->setStopBits(QSerialPort::OneStop);
-        m_port->setParity(QSerialPort::NoParity);
-        m_port->setFlowControl(QSerialPort::NoFlowControl);
-        connect(m_port, &QSerialPort::readyRead, this, &SerialLink::readyRead);
+        configure(name);
         if (!m_port->open(QIODevice::ReadWrite)) {
             qCDebug(lcApp) << name;
             Messages::warning(messageParent, QStringLiteral("Open serial"),
                               QStringLiteral("%1 open failed!").arg(name));
         }
     }
+}
+
+void SerialLink::configure(const QString &name)
+{
+    if (m_port)
+        m_port->deleteLater(); // it may be the sender of the signal being handled
+    m_port = new QSerialPort(this);
+    m_port->setPortName(name);
+    m_port->setBaudRate(QSerialPort::Baud115200, QSerialPort::AllDirections);
+    m_port->setDataBits(QSerialPort::Data8);
+    m_port->setStopBits(QSerialPort::OneStop);
+    m_port->setParity(QSerialPort::NoParity);
+    m_port->setFlowControl(QSerialPort::NoFlowControl);
+    connect(m_port, &QSerialPort::readyRead, this, &SerialLink::readyRead);
+    QSerialPort *port = m_port;
+    connect(m_port, &QSerialPort::errorOccurred, this, [this, port](QSerialPort::SerialPortError error) {
+        // An unplugged adapter reports a resource error; a line that hung up
+        // (the far end of a pseudo-terminal closed) fails every read instead.
+        const bool gone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError;
+        if (!gone || port != m_port || !port->isOpen())
+            return;
+        qCDebug(lcApp) << "serial port lost:" << port->portName() << port->errorString();
+        port->close();
+        Q_EMIT lost();
+    });
+}
+
+bool SerialLink::reopenFromFile(const QString &path)
+{
+    const std::optional<QStringList> names = readPortNames(path);
+    if (!names || names->isEmpty())
+        return false;
+    configure(names->constLast());
+    if (!m_port->open(QIODevice::ReadWrite))
+        return false;
+    // Half a frame from the unit that went away must not join the new one's.
+    m_cutter = FrameCutter();
+    m_inbox.clear();
+    return true;
 }
 
 bool SerialLink::isOpen() const

@@ -22,6 +22,9 @@ public:
 
     // Opens the port named in the port file; the warnings go to messageParent.
     void openFromFile(const QString &path, QWidget *messageParent);
+    // After the unit went away: opens the port named in the port file again,
+    // without any message (it is tried once a second). True once it is open.
+    bool reopenFromFile(const QString &path);
 
     QSerialPort *port() const { return m_port; }
     bool isOpen() const;
@@ -44,8 +47,12 @@ public:
 Q_SIGNALS:
     // Bytes arrived on the port.
     void readyRead();
+    // The device behind the port is gone (unplugged, or its line hung up).
+    void lost();
 
 private:
+    void configure(const QString &name);
+
     struct Frame {
         quint8 code;
         QByteArray payload;

@@ -68,6 +68,8 @@ int runQuillmark(int argc, char **argv)
         QApplication::installTranslator(&translator);
 
     auto *window = new MainWindow;
+    // Without reconnecting, an unplugged unit stays gone until a restart.
+    window->setReconnecting(!QCoreApplication::arguments().contains(QStringLiteral("--no-reconnect")));
     window->show();
     if (qEnvironmentVariableIsSet("QUILLMARK_STARTUP_TRACE"))
         traceStartup(sinceMain, busyWaitTotalMs());

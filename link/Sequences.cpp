@@ -118,6 +118,16 @@ int customOutputPayloadCount(int canFrames)
 
 namespace Sequences {
 
+QVector<int> sections(int moduleKind)
+{
+    QVector<int> list { SectionSbus1, SectionSbus2, SectionChannelHold, SectionButtons, SectionComprehensive };
+    if (moduleKind == 1)
+        list.append(SectionRadioModule);
+    else if (moduleKind == 2)
+        list.append(SectionCustomOutput);
+    return list;
+}
+
 RequestPlan identifyUnit()
 {
     return { bare(ModuleKind), bare(Identify) };

@@ -55,6 +55,11 @@ struct AllPayloads {
 
 namespace Sequences {
 
+// The sections a unit of this radio module kind has: the five every unit
+// has, then the module power section for kind 1 or the custom output
+// section for kind 2.
+QVector<int> sections(int moduleKind);
+
 // Start-up: module kind, then identity.
 RequestPlan identifyUnit();
 // After identification: start the channel upload for the model page.

@@ -420,10 +420,19 @@ int ComprehensiveConfig::shownControlSet() const
     return checked == 0 || checked == 1 ? checked : 2;
 }
 
+int ComprehensiveConfig::shownOption(int option) const
+{
+    // An option left on keeps the value the unit gave it (its high-nibble
+    // flags read as 16), so that a file saved after a read says what the
+    // unit said; one the user switched on becomes 1.
+    const int held = m_controlSets[m_shownSet][option];
+    return m_controlOptions[size_t(option)]->checked() ? (held != 0 ? held : 1) : 0;
+}
+
 void ComprehensiveConfig::keepControlSet()
 {
     for (int o = 0; o < kControlOptions; ++o)
-        m_controlSets[m_shownSet][o] = m_controlOptions[size_t(o)]->checked() ? 1 : 0;
+        m_controlSets[m_shownSet][o] = shownOption(o);
 }
 
 void ComprehensiveConfig::showControlSet(int set)
@@ -625,7 +634,7 @@ Settings ComprehensiveConfig::shownSettings() const
         for (int o = 0; o < kControlOptions; ++o)
             s.sbusControl[g][o] = m_controlSets[g][o];
     for (int o = 0; o < kControlOptions; ++o)
-        s.sbusControl[m_shownSet][o] = m_controlOptions[size_t(o)]->checked() ? 1 : 0;
+        s.sbusControl[m_shownSet][o] = shownOption(o);
     return s;
 }
 

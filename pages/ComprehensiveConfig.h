@@ -81,6 +81,7 @@ private:
     void showSbusControl();
     void showControlSet(int set);
     void keepControlSet();
+    int shownOption(int option) const;
     int shownControlSet() const;
     void showDeviceStatus(const QByteArray &payload);
     void addDevice(const QByteArray &payload);

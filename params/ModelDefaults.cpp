@@ -153,6 +153,13 @@ const SimpleElement *findSimple(const QStringRef &name)
 
 } // namespace
 
+const QStringList &modelIdentifiers()
+{
+    static const QStringList ids { QStringLiteral("ALDER"), QStringLiteral("BIRCH"), QStringLiteral("CEDAR"),
+        QStringLiteral("LARCH"), QStringLiteral("MAPLE"), QStringLiteral("ROWAN"), QStringLiteral("WILLO") };
+    return ids;
+}
+
 QString modelDefaultsFileName(int model)
 {
     if (model < 0 || model >= kModelCount)

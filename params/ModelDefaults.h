@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 struct DeviceData;
 
@@ -8,6 +9,10 @@ struct DeviceData;
 // battery voltage limits, the names its pages offer in their selectors and
 // the factory values of several parameter groups. Loading it happens when the
 // configuration hub is set up for a recognised model.
+
+// The identifiers the unit answers to 0xFF, in model order 0..6:
+// ALDER, BIRCH, CEDAR, LARCH, MAPLE, ROWAN, WILLO.
+const QStringList &modelIdentifiers();
 
 // File name of model 0..6 (Alder .. Rowan, Willow); empty for any other number.
 QString modelDefaultsFileName(int model);

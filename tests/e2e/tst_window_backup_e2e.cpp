@@ -1,0 +1,111 @@
+// The window against the virtual unit: what it saves after reading every
+// section is byte for byte what quillmark-cli backs up, a write first saves
+// that record to backup/, and a unit that hangs up is found again when a new
+// one appears on the same port.
+#include "AppPaths.h"
+#include "ChannelListenInterface.h"
+#include "MainWindow.h"
+#include "Messages.h"
+#include "ModelInterface.h"
+#include "VunitProcess.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestWindowBackupE2e : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void cleanup();
+    void windowSavesWhatTheCliBacksUpAndBacksUpBeforeWriting();
+    void reconnectsToTheUnitThatAppearsOnThePort();
+};
+
+void TestWindowBackupE2e::cleanup()
+{
+    Messages::setResponder({});
+    Messages::setFileResponder({});
+}
+
+static QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void TestWindowBackupE2e::windowSavesWhatTheCliBacksUpAndBacksUpBeforeWriting()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--model", "LARCH", "--module", "1" }));
+    const QString cliFile = dir.filePath("cli.cfg");
+    QCOMPARE(QProcess::execute(QStringLiteral(QM_CLI_BIN), { "backup", "--port", unit.linkPath(), cliFile }), 0);
+
+    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
+    AppPaths::setAppDir(dir.filePath("app"));
+    const QString windowFile = dir.filePath("window.cfg");
+    Messages::setResponder([](const Messages::Shown &) { return true; });
+    Messages::setFileResponder([&](const QString &, const QString &, const QString &) { return windowFile; });
+
+    MainWindow window;
+    window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(window.hub(), 10000);
+    window.showHub();
+    ChannelListenInterface *hub = window.hub();
+    QSignalSpy spy(&window, &MainWindow::signal_information);
+    for (int section : { SectionSbus1, SectionSbus2, SectionChannelHold, SectionButtons, SectionComprehensive,
+             SectionRadioModule })
+        hub->menuButton(section)->click();
+    // The last group's second answer (the module power switch, 76) is in.
+    QTRY_VERIFY(std::any_of(spy.cbegin(), spy.cend(),
+        [](const QList<QVariant> &a) { return a.at(0).value<CodeID>() == Group38; }));
+
+    using Action = ChannelListenInterface::Action;
+    hub->actionButton(Action::SaveFile)->click();
+    QCOMPARE(readFile(windowFile).split('\n'), readFile(cliFile).split('\n'));
+
+    // Writing the section saves the record as read before anything goes out.
+    hub->actionButton(Action::WriteData)->click();
+    const QDir backups(AppPaths::writableFile("/backup"));
+    const QStringList names = backups.entryList({ "LARCH-*.cfg" }, QDir::Files);
+    QCOMPARE(names.size(), 1);
+    QVERIFY(QRegularExpression("^LARCH-\\d{8}-\\d{6}\\.cfg$").match(names.first()).hasMatch());
+    QCOMPARE(readFile(backups.filePath(names.first())), readFile(cliFile));
+}
+
+void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
+{
+    QTemporaryDir dir;
+    VunitProcess first(dir.path());
+    QVERIFY(first.start({ "--model", "CEDAR", "--hangup-after", "1000" }));
+    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), first.linkPath()));
+    AppPaths::setAppDir(dir.filePath("app"));
+
+    MainWindow window;
+    window.show();
+    QTRY_COMPARE_WITH_TIMEOUT(window.modelIndex(), 2, 10000);
+    auto *label = window.findChild<QLabel *>("label_state");
+    QVERIFY(label);
+    QCOMPARE(label->text(), QStringLiteral("Remote control unit is connecting..."));
+    QTRY_VERIFY_WITH_TIMEOUT(first.process().state() == QProcess::NotRunning, 10000);
+    // The connecting screen is back while nothing answers.
+    QTRY_VERIFY_WITH_TIMEOUT(window.centralWidget()->isAncestorOf(label), 5000);
+    QVERIFY(label->isVisible());
+
+    VunitProcess second(dir.path());
+    QVERIFY(second.start({ "--model", "MAPLE" }));
+    QTRY_COMPARE_WITH_TIMEOUT(window.modelIndex(), 4, 15000);
+    QCOMPARE(window.centralWidget(), window.modelPage(4));
+    // The new unit's channel reports reach the page: its upload was started again.
+    QSignalSpy spy(&window, &MainWindow::signal_information);
+    QTRY_VERIFY_WITH_TIMEOUT(std::any_of(spy.cbegin(), spy.cend(),
+        [](const QList<QVariant> &a) { return a.at(0).value<CodeID>() == ChannelDataReport; }), 5000);
+    QVERIFY(second.find(0xE5, QByteArray::fromHex("0232")) > second.find(0xFF));
+}
+
+QTEST_MAIN(TestWindowBackupE2e)
+#include "tst_window_backup_e2e.moc"
