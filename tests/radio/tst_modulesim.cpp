@@ -105,10 +105,6 @@ class TestModuleSim : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void factoryQueries_data();
-    void factoryQueries();
-    void setThenQuery_data();
-    void setThenQuery();
     void refusedSets_data();
     void refusedSets();
     void temperatureShell();
@@ -121,103 +117,6 @@ private Q_SLOTS:
     void reports();
     void emptyCommandGetsEmptyReport();
 };
-
-void TestModuleSim::factoryQueries_data()
-{
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QByteArray>("command");
-    QTest::addColumn<QByteArray>("reply");
-    QTest::newRow("cfun") << QByteArray("kite") << QByteArray("AT+CFUN?")
-                          << QByteArray("\r\n+CFUN: 1\r\n\r\nOK\r\n");
-    QTest::newRow("band") << QByteArray("kite") << QByteArray("AT^DAOCNDI?")
-                          << QByteArray("\r\n^DAOCNDI: 08\r\n\r\nOK\r\n");
-    QTest::newRow("key") << QByteArray("kite") << QByteArray("AT^DAPI?")
-                         << QByteArray("\r\n^DAPI: \"00112233445566778899AABBCCDDEEFF\"\r\n\r\nOK\r\n");
-    QTest::newRow("node type") << QByteArray("kite") << QByteArray("AT^DDTC?")
-                               << QByteArray("\r\n^DDTC: 1,1\r\n\r\nOK\r\n");
-    QTest::newRow("ip") << QByteArray("kite") << QByteArray("AT^NETIFCFG?")
-                        << QByteArray("\r\n^NETIFCFG: 2,\"192.168.168.11\"\r\n\r\nOK\r\n");
-    QTest::newRow("hopping") << QByteArray("kite") << QByteArray("AT^DFHC?")
-                             << QByteArray("\r\n^DFHC: 0\r\n\r\nOK\r\n");
-    QTest::newRow("slot ratio") << QByteArray("kite") << QByteArray("AT^DSTC?")
-                                << QByteArray("\r\n^DSTC: 0\r\n\r\nOK\r\n");
-    QTest::newRow("max power") << QByteArray("kite") << QByteArray("AT^DSSMTP?")
-                               << QByteArray("\r\n^DSSMTP: \"23\"\r\n\r\nOK\r\n");
-    QTest::newRow("link group") << QByteArray("kite") << QByteArray("AT^DRPS?")
-                                << QByteArray("\r\n^DRPS: 24100,3,\"20\"\r\n\r\nOK\r\n");
-    QTest::newRow("link group, falcon brackets") << QByteArray("falcon") << QByteArray("AT^DRPS?")
-                                                 << QByteArray("\r\n^DRPS: (24100,3,\"20\")\r\n\r\nOK\r\n");
-    QTest::newRow("ca/mimo") << QByteArray("falcon") << QByteArray("AT^DSONSCAP?")
-                             << QByteArray("\r\n^DSONSCAP: 0\r\n\r\nOK\r\n");
-    QTest::newRow("unknown") << QByteArray("kite") << QByteArray("AT^NOPE?") << QByteArray("\r\nERROR\r\n");
-    QTest::newRow("no query or set") << QByteArray("kite") << QByteArray("AT+CFUN")
-                                     << QByteArray("\r\nERROR\r\n");
-}
-
-void TestModuleSim::factoryQueries()
-{
-    QFETCH(QByteArray, kind);
-    QFETCH(QByteArray, command);
-    QFETCH(QByteArray, reply);
-    ModuleSite site(kind == "falcon" ? ModuleKind::Falcon : ModuleKind::Kite);
-    QCOMPARE(at(site, command), reply);
-}
-
-void TestModuleSim::setThenQuery_data()
-{
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<QByteArray>("setReply");
-    QTest::addColumn<QByteArray>("query");
-    QTest::addColumn<QByteArray>("queryReply");
-    const QByteArray atPath = "/boafrm/formAtcmdProcess";
-    const QByteArray ok = "\r\nOK\r\n";
-    QTest::newRow("modem off") << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT+CFUN=0\r\n") << ok
-                               << QByteArray("AT+CFUN?") << QByteArray("\r\n+CFUN: 0\r\n\r\nOK\r\n");
-    QTest::newRow("band 1.4G") << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT^DAOCNDI=04\r\n") << ok
-                               << QByteArray("AT^DAOCNDI?") << QByteArray("\r\n^DAOCNDI: 04\r\n\r\nOK\r\n");
-    QTest::newRow("hopping on") << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT^DFHC=1\r\n") << ok
-                                << QByteArray("AT^DFHC?") << QByteArray("\r\n^DFHC: 1\r\n\r\nOK\r\n");
-    QTest::newRow("slot ratio 1D4U") << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT^DSTC=3\r\n") << ok
-                                     << QByteArray("AT^DSTC?") << QByteArray("\r\n^DSTC: 3\r\n\r\nOK\r\n");
-    QTest::newRow("max power -40") << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT^DSSMTP=\"-40\"\r\n")
-                                   << ok << QByteArray("AT^DSSMTP?")
-                                   << QByteArray("\r\n^DSSMTP: \"-40\"\r\n\r\nOK\r\n");
-    QTest::newRow("link group 20 MHz on 800M")
-        << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT^DRPS=8060,5,\"40\"\r\n") << ok
-        << QByteArray("AT^DRPS?") << QByteArray("\r\n^DRPS: 8060,5,\"40\"\r\n\r\nOK\r\n");
-    QTest::newRow("ca/mimo 2") << atPath << QByteArray("FormAtcmd_Param_Atcmd=AT^DSONSCAP=2\r\n") << ok
-                               << QByteArray("AT^DSONSCAP?") << QByteArray("\r\n^DSONSCAP: 2\r\n\r\nOK\r\n");
-    QTest::newRow("key form") << QByteArray("/boafrm/formDapiProcess")
-                              << QByteArray("FormDapi_Param_Key=a1B2") << QByteArray("OK")
-                              << QByteArray("AT^DAPI?") << QByteArray("\r\n^DAPI: \"a1B2\"\r\n\r\nOK\r\n");
-    QTest::newRow("access node") << QByteArray("/boafrm/formDdtcProcess")
-                                 << QByteArray("FormDdtc_Param_Type=2") << QByteArray("OK")
-                                 << QByteArray("AT^DDTC?") << QByteArray("\r\n^DDTC: 2,2\r\n\r\nOK\r\n");
-    // An automatic node comes up as centre.
-    QTest::newRow("auto node runs as centre")
-        << QByteArray("/boafrm/formDdtcProcess") << QByteArray("FormDdtc_Param_Type=0") << QByteArray("OK")
-        << QByteArray("AT^DDTC?") << QByteArray("\r\n^DDTC: 1,0\r\n\r\nOK\r\n");
-    QTest::newRow("ip form") << QByteArray("/boafrm/formNetifcfgProcess")
-                             << QByteArray("FormNetifcfg_Param_Ip=10.0.0.254") << QByteArray("OK")
-                             << QByteArray("AT^NETIFCFG?")
-                             << QByteArray("\r\n^NETIFCFG: 2,\"10.0.0.254\"\r\n\r\nOK\r\n");
-}
-
-void TestModuleSim::setThenQuery()
-{
-    QFETCH(QByteArray, path);
-    QFETCH(QByteArray, body);
-    QFETCH(QByteArray, setReply);
-    QFETCH(QByteArray, query);
-    QFETCH(QByteArray, queryReply);
-    ModuleSite site;
-    const QByteArray response = site.respond(post(path, body));
-    QVERIFY(response.startsWith("HTTP/1.1 200 OK\r\n"));
-    QVERIFY(response.contains("\r\nContent-Length: " + QByteArray::number(setReply.size()) + "\r\n"));
-    QCOMPARE(bodyOf(response), setReply);
-    QCOMPARE(at(site, query), queryReply);
-}
 
 void TestModuleSim::refusedSets_data()
 {
