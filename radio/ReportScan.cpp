@@ -1,27 +1,14 @@
 #include "ReportScan.h"
 
+#include "ScanChars.h"
+
 #include <limits>
 
 namespace
 {
 
-// The blanks a C scan skips: space, \t, \n, \v, \f, \r.
-bool isBlank(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-int digitValue(char c, int base)
-{
-    int v = -1;
-    if (c >= '0' && c <= '9')
-        v = c - '0';
-    else if (c >= 'a' && c <= 'f')
-        v = c - 'a' + 10;
-    else if (c >= 'A' && c <= 'F')
-        v = c - 'A' + 10;
-    return v < base ? v : -1;
-}
+using ScanChars::digitValue;
+using ScanChars::isBlank;
 
 class Cursor
 {

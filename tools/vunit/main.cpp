@@ -1,26 +1,10 @@
+#include "QuitOnSignal.h"
 #include "VirtualUnit.h"
 #include "VunitOptions.h"
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
 
-#include <csignal>
 #include <cstdio>
-#include <sys/socket.h>
-#include <unistd.h>
-
-namespace
-{
-
-int g_signalPipe[2] = { -1, -1 };
-
-void onSignal(int)
-{
-    const char b = 1;
-    [[maybe_unused]] const ssize_t n = ::write(g_signalPipe[1], &b, 1);
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -41,20 +25,8 @@ int main(int argc, char *argv[])
     }
 
     // SIGINT and SIGTERM end the event loop, so the link is removed on the way out.
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, g_signalPipe) != 0)
+    if (!quitOnSignal())
         return 1;
-    QSocketNotifier signalNotifier(g_signalPipe[0], QSocketNotifier::Read);
-    QObject::connect(&signalNotifier, &QSocketNotifier::activated, &app, [](int fd) {
-        char b;
-        [[maybe_unused]] const ssize_t n = ::read(fd, &b, 1);
-        QCoreApplication::quit();
-    });
-    struct sigaction sa = {};
-    sa.sa_handler = onSignal;
-    sigemptyset(&sa.sa_mask);
-    sa.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &sa, nullptr);
-    ::sigaction(SIGTERM, &sa, nullptr);
 
     VirtualUnit unit(options);
     if (!unit.start(&text)) {
