@@ -267,8 +267,8 @@ void TestLogWidget::polling()
     if (!report.isNull())
         QCOMPARE(written, report.repeated(written.size() / report.size()));
 
-    // For a person to look at: QUILLMARK_SHOT_DIR=folder.
-    const QString shots = qEnvironmentVariable("QUILLMARK_SHOT_DIR");
+    // For a person to look at: QUILLMARK_SHOTS_DIR=folder.
+    const QString shots = qEnvironmentVariable("QUILLMARK_SHOTS_DIR");
     if (!shots.isEmpty() && !::shown(w).isEmpty()) {
         const QString tag = QString::fromLatin1(QTest::currentDataTag()).split(QLatin1Char(',')).first();
         w->grab().save(QStringLiteral("%1/logwidget %2.png").arg(shots, tag));
