@@ -18,6 +18,7 @@
 #include "RecordAnswers.h"
 #include "RecordFile.h"
 #include "RFRadioConfig.h"
+#include "RadioResources.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
 #include "StartupRules.h"
@@ -47,6 +48,7 @@ MainWindow::MainWindow(QWidget *parent)
     , ui(new Ui::MainWindow)
 {
     Q_INIT_RESOURCE(icons);
+    initRadioResources(); // the add button's icon
     registerCodeIdMetaType();
     ui->setupUi(this);
     g_mainWindow = this;
