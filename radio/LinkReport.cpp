@@ -1,7 +1,7 @@
 #include "LinkReport.h"
 
 #include "AppPaths.h"
-#include "ReportScan.h"
+#include "ReplyScan.h"
 
 #include <QDir>
 #include <QFile>
@@ -183,9 +183,10 @@ bool parseRecord(const char *data, int size, ReportKind kind, ModuleKind module,
         size -= rest;
     }
     qint64 v[kMaxConversions] = {};
-    const int wanted = ReportScan::conversionCount(layout->pattern);
+    const int wanted = ReplyScan::conversionCount(layout->pattern);
     // A record that does not fill every figure is not shown.
-    if (ReportScan::scan(data, size, layout->pattern, v, kMaxConversions) != wanted)
+    if (ReplyScan::scanValues(QByteArray::fromRawData(data, size), 0, layout->pattern, v, kMaxConversions)
+        != wanted)
         return false;
     record->node = layout->node < 0 ? node : QString::number(v[layout->node]);
     record->main = { int(v[layout->rssiMain]), int(v[layout->rsrpMain]), int(v[layout->snrMain]) };

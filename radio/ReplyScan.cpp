@@ -1,14 +1,27 @@
 #include "ReplyScan.h"
 
-#include "ScanChars.h"
-
 #include <limits>
 
 namespace
 {
 
-using ScanChars::digitValue;
-using ScanChars::isBlank;
+// The blanks of the C library: space, \t, \n, \v, \f, \r.
+bool isBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+int digitValue(char c, int base)
+{
+    int v = -1;
+    if (c >= '0' && c <= '9')
+        v = c - '0';
+    else if (c >= 'a' && c <= 'f')
+        v = c - 'a' + 10;
+    else if (c >= 'A' && c <= 'F')
+        v = c - 'A' + 10;
+    return v < base ? v : -1;
+}
 
 class Input
 {
@@ -78,17 +91,33 @@ bool readNumber(Input &in, int base, bool isSigned, quint64 *out)
     return true;
 }
 
-} // namespace
+// Which conversion a pattern asks for at p (just after its '%'), and how many
+// pattern characters it takes; kUnknown for one this reader does not know.
+using Kind = ReplyScan::Target::Kind;
+constexpr int kUnknown = -1;
 
-namespace ReplyScan
+int conversionAt(const char *p, Kind *kind)
 {
+    const bool isShort = *p == 'h';
+    const char letter = isShort ? p[1] : p[0];
+    if (letter == 'd')
+        *kind = isShort ? Kind::Short : Kind::Int;
+    else if (letter == 'x')
+        *kind = isShort ? Kind::ShortHex : Kind::Hex;
+    else
+        return kUnknown;
+    return isShort ? 2 : 1;
+}
 
-int scan(const QByteArray &text, int from, const char *pattern, std::initializer_list<Target> targets)
+// The scan itself; store(kind, value) takes each converted number (as the
+// 64-bit word the C library's string-to-number conversion yields) and
+// returns false to stop.
+template<typename Store>
+int scanWith(const QByteArray &text, int from, const char *pattern, Store store)
 {
     if (from < 0 || from > text.size())
         return 0;
     Input in(text, from);
-    const Target *next = targets.begin();
     int stored = 0;
     for (const char *p = pattern; *p; ++p) {
         if (isBlank(*p)) {
@@ -107,41 +136,95 @@ int scan(const QByteArray &text, int from, const char *pattern, std::initializer
                 return stored;
             continue;
         }
-        const bool isShort = *p == 'h';
-        if (isShort)
-            ++p;
-        Target::Kind kind;
-        if (*p == 'd')
-            kind = isShort ? Target::Kind::Short : Target::Kind::Int;
-        else if (*p == 'x')
-            kind = isShort ? Target::Kind::ShortHex : Target::Kind::Hex;
-        else
-            return stored; // a conversion this reader does not know
-        if (next == targets.end() || next->kind() != kind || !next->target())
+        Kind kind;
+        const int length = conversionAt(p, &kind);
+        if (length == kUnknown)
             return stored;
-        const bool isSigned = kind == Target::Kind::Int || kind == Target::Kind::Short;
+        p += length - 1;
+        const bool isSigned = kind == Kind::Int || kind == Kind::Short;
         quint64 value = 0;
-        if (!readNumber(in, isSigned ? 10 : 16, isSigned, &value))
+        if (!readNumber(in, isSigned ? 10 : 16, isSigned, &value) || !store(kind, value))
             return stored;
-        // Stored as the C library stores them: the low bits of the word.
-        switch (kind) {
-        case Target::Kind::Int:
-            *static_cast<int *>(next->target()) = int(quint32(value));
-            break;
-        case Target::Kind::Short:
-            *static_cast<qint16 *>(next->target()) = qint16(quint16(value));
-            break;
-        case Target::Kind::Hex:
-            *static_cast<quint32 *>(next->target()) = quint32(value);
-            break;
-        case Target::Kind::ShortHex:
-            *static_cast<quint16 *>(next->target()) = quint16(value);
-            break;
-        }
-        ++next;
         ++stored;
     }
     return stored;
+}
+
+// Stored as the C library stores them: the low bits of the word.
+qint64 lowBits(Kind kind, quint64 value)
+{
+    switch (kind) {
+    case Kind::Int:
+        return int(quint32(value));
+    case Kind::Short:
+        return qint16(quint16(value));
+    case Kind::Hex:
+        return quint32(value);
+    case Kind::ShortHex:
+        return quint16(value);
+    }
+    return 0;
+}
+
+} // namespace
+
+namespace ReplyScan
+{
+
+int scan(const QByteArray &text, int from, const char *pattern, std::initializer_list<Target> targets)
+{
+    const Target *next = targets.begin();
+    return scanWith(text, from, pattern, [&](Kind kind, quint64 value) {
+        if (next == targets.end() || next->kind() != kind || !next->target())
+            return false;
+        const qint64 v = lowBits(kind, value);
+        switch (kind) {
+        case Kind::Int:
+            *static_cast<int *>(next->target()) = int(v);
+            break;
+        case Kind::Short:
+            *static_cast<qint16 *>(next->target()) = qint16(v);
+            break;
+        case Kind::Hex:
+            *static_cast<quint32 *>(next->target()) = quint32(v);
+            break;
+        case Kind::ShortHex:
+            *static_cast<quint16 *>(next->target()) = quint16(v);
+            break;
+        }
+        ++next;
+        return true;
+    });
+}
+
+int scanValues(const QByteArray &text, int from, const char *pattern, qint64 *values, int maxValues)
+{
+    int filled = 0;
+    return scanWith(text, from, pattern, [&](Kind kind, quint64 value) {
+        if (filled >= maxValues)
+            return false;
+        values[filled++] = lowBits(kind, value);
+        return true;
+    });
+}
+
+int conversionCount(const char *pattern)
+{
+    int count = 0;
+    for (const char *p = pattern; *p; ++p) {
+        if (*p != '%')
+            continue;
+        ++p;
+        Kind kind;
+        const int length = conversionAt(p, &kind);
+        if (length != kUnknown) {
+            ++count;
+            p += length - 1;
+        } else if (*p == '\0') {
+            break;
+        }
+    }
+    return count;
 }
 
 } // namespace ReplyScan

@@ -5,11 +5,11 @@
 
 #include <initializer_list>
 
-// The module's modem answers in fixed text layouts ("\r\n+CFUN: 1\r\n\r\nOK\r\n").
-// Its firmware documents them as C scan patterns, and a reply counts as read
-// exactly when such a scan would have filled every field. This reader follows
-// the C library's rules on the reply's bytes, without trusting them to be
-// text: a blank in the pattern takes any run of blanks (also none), numbers
+// The module's modem answers ("\r\n+CFUN: 1\r\n\r\nOK\r\n") and its link
+// reports come in fixed text layouts. Its firmware documents them as C scan
+// patterns, and a reply counts as read exactly when such a scan would have
+// filled every field. This reader follows the C library's rules on the
+// reply's bytes, without trusting them to be text: a blank in the pattern takes any run of blanks (also none), numbers
 // skip leading blanks and take an optional sign, other pattern characters
 // must match one byte each. Numbers too large for their field keep their low
 // bits, as the C library stores them.
@@ -59,5 +59,13 @@ private:
 // value. A conversion whose target is missing or of another kind stops the
 // scan like a mismatch.
 int scan(const QByteArray &text, int from, const char *pattern, std::initializer_list<Target> targets);
+
+// The same scan when the conversions are many and of mixed kinds (the link
+// reports): each value goes to values[0..maxValues) in order, as its
+// conversion would have stored it, widened. Returns how many were filled.
+int scanValues(const QByteArray &text, int from, const char *pattern, qint64 *values, int maxValues);
+
+// How many conversions a pattern holds ("%%" is none).
+int conversionCount(const char *pattern);
 
 } // namespace ReplyScan
