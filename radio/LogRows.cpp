@@ -126,7 +126,7 @@ void LOG_ITEM::addAntennaLine(int row, const QString &name, const QString &label
     add("rssi", figures.rssi, RssiColumn);
     add("rsrp", figures.rsrp, RsrpColumn);
     QLabel *snr = add("snr", figures.snr, SnrColumn);
-    snr->setStyleSheet(LinkReport::snrStyle(snr->text().toInt()));
+    snr->setStyleSheet(LinkReport::snrStyle(figures.snr));
     // Power and distance are the node's, not the antenna's: both lines show them.
     add("power", record.power, PowerColumn);
     add("distance", record.distance, DistanceColumn);

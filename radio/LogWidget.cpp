@@ -2,7 +2,6 @@
 
 #include "BusyWait.h"
 #include "LogRows.h"
-#include "LogWindowFactory.h"
 #include "ModuleAddress.h"
 #include "RadioLog.h"
 #include "RadioResources.h"
@@ -38,11 +37,6 @@ void logChecked(QButtonGroup *group, int id, bool checked)
         qCDebug(lcRadio, "%s is checked.", qPrintable(button->objectName()));
 }
 } // namespace
-
-QWidget *createLogWindow()
-{
-    return new logWidget;
-}
 
 logWidget::logWidget(QWidget *parent)
     : QWidget(parent, Qt::Window)

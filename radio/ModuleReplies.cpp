@@ -11,18 +11,20 @@ constexpr int kMaxKeyLength = 256;
 // A temperature in degrees is a few characters.
 constexpr int kMaxTemperatureLength = 16;
 
-// Position of the marker in the reply, or -1.
-int find(const QByteArray &reply, const char *marker)
+// Reads the reply from its marker on with the pattern; true when every
+// target was filled.
+bool scanAfter(const QByteArray &reply, const char *marker, const char *pattern,
+    std::initializer_list<ReplyScan::Target> targets)
 {
-    return reply.indexOf(marker);
+    const int at = reply.indexOf(marker);
+    return at >= 0 && ReplyScan::scan(reply, at, pattern, targets) == int(targets.size());
 }
 
 // One number after the marker, read with the pattern.
 std::optional<int> single(const QByteArray &reply, const char *marker, const char *pattern)
 {
-    const int at = find(reply, marker);
     int value = 0;
-    if (at < 0 || ReplyScan::scan(reply, at, pattern, { &value }) != 1)
+    if (!scanAfter(reply, marker, pattern, { &value }))
         return std::nullopt;
     return value;
 }
@@ -39,16 +41,15 @@ std::optional<int> modemSwitch(const QByteArray &reply)
 
 std::optional<quint16> bands(const QByteArray &reply)
 {
-    const int at = find(reply, "^DAOCNDI:");
     quint16 bits = 0;
-    if (at < 0 || ReplyScan::scan(reply, at, "\r\n^DAOCNDI: %hx", { &bits }) != 1)
+    if (!scanAfter(reply, "^DAOCNDI:", "\r\n^DAOCNDI: %hx", { &bits }))
         return std::nullopt;
     return bits;
 }
 
 std::optional<QString> linkKey(const QByteArray &reply)
 {
-    const int at = find(reply, "^DAPI:");
+    const int at = reply.indexOf("^DAPI:");
     if (at < 0)
         return std::nullopt;
     const int open = reply.indexOf('"', at);
@@ -60,22 +61,16 @@ std::optional<QString> linkKey(const QByteArray &reply)
 
 std::optional<NodeTypes> nodeTypes(const QByteArray &reply)
 {
-    const int at = find(reply, "^DDTC:");
     NodeTypes types;
-    if (at < 0
-        || ReplyScan::scan(reply, at, "\r\n^DDTC: %d,%d\r\n\r\nOK\r\n", { &types.current, &types.configured })
-            != 2)
+    if (!scanAfter(reply, "^DDTC:", "\r\n^DDTC: %d,%d\r\n\r\nOK\r\n", { &types.current, &types.configured }))
         return std::nullopt;
     return types;
 }
 
 std::optional<QString> moduleIp(const QByteArray &reply)
 {
-    const int at = find(reply, "^NETIFCFG:");
     int a = 0, b = 0, c = 0, d = 0;
-    if (at < 0
-        || ReplyScan::scan(reply, at, "\r\n^NETIFCFG: 2,\"%d.%d.%d.%d\"\r\n\r\nOK\r\n", { &a, &b, &c, &d })
-            != 4)
+    if (!scanAfter(reply, "^NETIFCFG:", "\r\n^NETIFCFG: 2,\"%d.%d.%d.%d\"\r\n\r\nOK\r\n", { &a, &b, &c, &d }))
         return std::nullopt;
     return QStringLiteral("%1.%2.%3.%4").arg(a).arg(b).arg(c).arg(d);
 }
@@ -102,12 +97,10 @@ std::optional<int> carrierAggregation(const QByteArray &reply)
 
 std::optional<LinkGroup> linkGroup(const QByteArray &reply, bool falconSeries)
 {
-    const int at = find(reply, "^DRPS:");
     LinkGroup group;
     const char *pattern
         = falconSeries ? "\r\n^DRPS: (%d,%d,\"%d\")\r\n\r\nOK\r\n" : "\r\n^DRPS: %d,%d,\"%d\"\r\n\r\nOK\r\n";
-    if (at < 0
-        || ReplyScan::scan(reply, at, pattern, { &group.frequency, &group.bandwidth, &group.power }) != 3)
+    if (!scanAfter(reply, "^DRPS:", pattern, { &group.frequency, &group.bandwidth, &group.power }))
         return std::nullopt;
     return group;
 }

@@ -1,6 +1,6 @@
 #include "RFParaConfig.h"
 
-#include "LogWindowFactory.h"
+#include "LogWidget.h"
 #include "Messages.h"
 #include "ModuleAddress.h"
 #include "ModuleLabels.h"
@@ -266,36 +266,38 @@ void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
         const bool failed = reply->error() != QNetworkReply::NoError;
         const QByteArray body = failed ? QByteArray() : reply->readAll();
         qCDebug(lcRadio) << "reply" << reply->url().path()
-                                << (failed ? reply->errorString() : body.left(200));
+                         << (failed ? reply->errorString() : body.left(200));
         reply->deleteLater();
         handler(failed, body);
     });
 }
 
-void RFParaConfig::query(const char *command, ReplyHandler handler)
+void RFParaConfig::query(const char *command, AnswerHandler handler)
 {
     post(ModuleForms::atCommand(QLatin1String(command)),
         [handler = std::move(handler)](bool failed, const QByteArray &body) {
             if (!failed)
-                handler(false, body);
+                handler(body);
         });
 }
 
 void RFParaConfig::postSet(const ModuleForms::Form &form, QPushButton *refresh)
 {
     post(form, [this, refresh](bool failed, const QByteArray &body) {
-        switch (ModuleReplies::setResult(failed, body)) {
-        case ModuleReplies::SetResult::Failed:
-            showMessage(tr("更新"), tr("更新失败"));
-            break;
-        case ModuleReplies::SetResult::Succeeded:
-            showMessage(tr("更新"), tr("更新成功"));
-            QMetaObject::invokeMethod(refresh, &QPushButton::click, Qt::QueuedConnection);
-            break;
-        case ModuleReplies::SetResult::Ignored:
-            break;
-        }
+        const ModuleReplies::SetResult result = ModuleReplies::setResult(failed, body);
+        if (result != ModuleReplies::SetResult::Ignored)
+            setDone(result == ModuleReplies::SetResult::Succeeded, refresh);
     });
+}
+
+void RFParaConfig::setDone(bool succeeded, QPushButton *refresh)
+{
+    if (!succeeded) {
+        showMessage(tr("更新"), tr("更新失败"));
+        return;
+    }
+    showMessage(tr("更新"), tr("更新成功"));
+    QMetaObject::invokeMethod(refresh, &QPushButton::click, Qt::QueuedConnection);
 }
 
 void RFParaConfig::selectionSet(const char *prefix, int index, QPushButton *refresh)
@@ -312,7 +314,7 @@ void RFParaConfig::selectionSet(const char *prefix, int index, QPushButton *refr
 
 void RFParaConfig::on_device_switch_flush_clicked()
 {
-    query(ModuleForms::kQueryModem, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryModem, [this](const QByteArray &body) {
         if (const auto on = ModuleReplies::modemSwitch(body)) {
             const QString text = ModuleLabels::currentValue(ModuleLabels::onOff(*on));
             ui->device_switch_info->setText(text);
@@ -334,19 +336,13 @@ void RFParaConfig::on_device_restart_flush_clicked()
 void RFParaConfig::on_device_restart_config_clicked()
 {
     // The restart form answers with a page of its own: any reply is success.
-    post(ModuleForms::restart(), [this](bool failed, const QByteArray &) {
-        if (failed) {
-            showMessage(tr("更新"), tr("更新失败"));
-            return;
-        }
-        showMessage(tr("更新"), tr("更新成功"));
-        QMetaObject::invokeMethod(ui->device_restart_flush, &QPushButton::click, Qt::QueuedConnection);
-    });
+    post(ModuleForms::restart(),
+        [this](bool failed, const QByteArray &) { setDone(!failed, ui->device_restart_flush); });
 }
 
 void RFParaConfig::on_band_flush_clicked()
 {
-    query(ModuleForms::kQueryBands, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryBands, [this](const QByteArray &body) {
         const auto bits = ModuleReplies::bands(body);
         if (!bits)
             return;
@@ -371,7 +367,7 @@ void RFParaConfig::on_band_config_clicked()
 
 void RFParaConfig::on_passwd_flush_clicked()
 {
-    query(ModuleForms::kQueryLinkKey, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryLinkKey, [this](const QByteArray &body) {
         if (const auto key = ModuleReplies::linkKey(body))
             ui->passwd_info->setText(ModuleLabels::currentValue(*key));
     });
@@ -390,7 +386,7 @@ void RFParaConfig::on_passwd_config_clicked()
 
 void RFParaConfig::on_mode_flush_clicked()
 {
-    query(ModuleForms::kQueryNodeType, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryNodeType, [this](const QByteArray &body) {
         const auto types = ModuleReplies::nodeTypes(body);
         if (!types)
             return;
@@ -419,7 +415,7 @@ void RFParaConfig::on_mode_config_clicked()
 
 void RFParaConfig::on_ip_flush_clicked()
 {
-    query(ModuleForms::kQueryIp, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryIp, [this](const QByteArray &body) {
         if (const auto address = ModuleReplies::moduleIp(body))
             ui->ip_info->setText(ModuleLabels::ip(*address));
     });
@@ -442,7 +438,7 @@ void RFParaConfig::on_ip_config_clicked()
 
 void RFParaConfig::on_hopping_flush_clicked()
 {
-    query(ModuleForms::kQueryHopping, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryHopping, [this](const QByteArray &body) {
         if (const auto on = ModuleReplies::hopping(body))
             ui->hopping_info->setText(ModuleLabels::currentValue(ModuleLabels::onOff(*on)));
     });
@@ -455,7 +451,7 @@ void RFParaConfig::on_hopping_config_clicked()
 
 void RFParaConfig::on_dstc_flush_clicked()
 {
-    query(ModuleForms::kQuerySlotRatio, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQuerySlotRatio, [this](const QByteArray &body) {
         if (const auto ratio = ModuleReplies::slotRatio(body))
             ui->dstc_info->setText(ModuleLabels::currentValue(ui->dstc->itemText(*ratio)));
     });
@@ -468,7 +464,7 @@ void RFParaConfig::on_dstc_config_clicked()
 
 void RFParaConfig::on_dssmtp_flush_clicked()
 {
-    query(ModuleForms::kQueryMaxPower, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryMaxPower, [this](const QByteArray &body) {
         if (const auto power = ModuleReplies::maxPower(body))
             ui->dssmtp_info->setText(ModuleLabels::maxPower(*power));
     });
@@ -481,7 +477,7 @@ void RFParaConfig::on_dssmtp_config_clicked()
 
 void RFParaConfig::on_group_flush_clicked()
 {
-    query(ModuleForms::kQueryLinkGroup, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryLinkGroup, [this](const QByteArray &body) {
         const auto group = ModuleReplies::linkGroup(body, ui->falcon_series->isChecked());
         if (!group)
             return;
@@ -501,7 +497,7 @@ void RFParaConfig::on_group_config_clicked()
 
 void RFParaConfig::on_dsonscap_flush_clicked()
 {
-    query(ModuleForms::kQueryCarrier, [this](bool, const QByteArray &body) {
+    query(ModuleForms::kQueryCarrier, [this](const QByteArray &body) {
         if (const auto mode = ModuleReplies::carrierAggregation(body))
             ui->dsonscap_info->setText(ModuleLabels::carrier(ui->dsonscap_mode->itemText(*mode)));
     });
@@ -514,9 +510,7 @@ void RFParaConfig::on_dsonscap_config_clicked()
 
 void RFParaConfig::on_drpr_log_create_clicked()
 {
-    QWidget *log = createLogWindow();
-    log->setAttribute(Qt::WA_DeleteOnClose);
-    log->show();
+    (new logWidget)->show(); // a window of its own, deleted when closed
 }
 
 void RFParaConfig::on_atCmd_config_clicked()

@@ -63,14 +63,18 @@ private Q_SLOTS:
 
 private:
     using ReplyHandler = std::function<void(bool failed, const QByteArray &body)>;
+    using AnswerHandler = std::function<void(const QByteArray &body)>;
 
     // Posts a form to the module at the typed address; the handler gets the
     // reply once it is complete.
     void post(const ModuleForms::Form &form, ReplyHandler handler);
-    void query(const char *command, ReplyHandler handler);
+    // An AT query; the handler only hears a reply that arrived.
+    void query(const char *command, AnswerHandler handler);
     // A set whose reply says "OK", "+CME ERROR: 100" or nothing useful; after
     // "OK" the row's refresh button reads the new value.
     void postSet(const ModuleForms::Form &form, QPushButton *refresh);
+    // The user's message after a set; a success reads the value again.
+    void setDone(bool succeeded, QPushButton *refresh);
     void selectionSet(const char *prefix, int index, QPushButton *refresh);
 
     // The reachability probe: a TCP connection to the module's web server.

@@ -1,7 +1,6 @@
 #include "AppPaths.h"
 #include "LogRows.h"
 #include "LogWidget.h"
-#include "LogWindowFactory.h"
 #include "ModuleSimProcess.h"
 #include "RadioLog.h"
 
@@ -128,7 +127,7 @@ void TestLogWidget::start(QWidget *w, const QString &address, const char *module
 
 void TestLogWidget::defaults()
 {
-    QScopedPointer<QWidget> w(createLogWindow());
+    QScopedPointer<QWidget> w(new logWidget);
     QVERIFY(w->isWindow());
     QVERIFY(w->testAttribute(Qt::WA_DeleteOnClose));
     QCOMPARE(w->windowTitle(), QStringLiteral("DRPR Log"));
@@ -151,7 +150,7 @@ void TestLogWidget::defaults()
 
 void TestLogWidget::choicesAreLogged()
 {
-    QScopedPointer<QWidget> w(createLogWindow());
+    QScopedPointer<QWidget> w(new logWidget);
     g_messages.clear();
     const QtMessageHandler previous = qInstallMessageHandler(collect);
     for (const char *name :
@@ -223,7 +222,7 @@ void TestLogWidget::polling()
     ModuleSimProcess sim;
     QVERIFY(sim.start(args));
 
-    QPointer<QWidget> w(createLogWindow());
+    QPointer<QWidget> w(new logWidget);
     w->resize(640, 420);
     w->show();
     start(w, sim.address(), QByteArray("module_" + kind).constData(), mode.constData());
@@ -283,7 +282,7 @@ void TestLogWidget::stoppingUnlocksAndDisconnects()
     const QString record = dir.filePath(QStringLiteral("requests"));
     ModuleSimProcess sim;
     QVERIFY(sim.start({ QStringLiteral("--record"), record }));
-    QScopedPointer<QWidget> w(createLogWindow());
+    QScopedPointer<QWidget> w(new logWidget);
     start(w.data(), sim.address(), "module_kite", "mode_access");
     QTRY_VERIFY_WITH_TIMEOUT(!readFile(record).isEmpty(), 10000);
     auto *link = child<QPushButton>(w.data(), "link");
@@ -309,7 +308,7 @@ void TestLogWidget::reconnectsAfterHalfReply()
     ModuleSimProcess sim;
     QVERIFY(sim.start({ QStringLiteral("--close-mid-reply"), QStringLiteral("--record"), record,
         QStringLiteral("--report"), report.fileName() }));
-    QScopedPointer<QWidget> w(createLogWindow());
+    QScopedPointer<QWidget> w(new logWidget);
     start(w.data(), sim.address(), "module_kite", "mode_access");
     QTRY_VERIFY_WITH_TIMEOUT(readFile(record).count("POST ") >= 2, 10000);
 }
@@ -320,7 +319,7 @@ void TestLogWidget::unparsableAddressSendsNothing()
     const QString record = dir.filePath(QStringLiteral("requests"));
     ModuleSimProcess sim;
     QVERIFY(sim.start({ QStringLiteral("--record"), record }));
-    QScopedPointer<QWidget> w(createLogWindow());
+    QScopedPointer<QWidget> w(new logWidget);
     start(w.data(), sim.address() + QLatin1Char('x'), "module_kite", "mode_center");
     // Wait for one more tick: each one puts up a new header row.
     const QPointer<LOG_TITLE> title = w->findChild<LOG_TITLE *>();
