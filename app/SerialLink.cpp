@@ -5,7 +5,15 @@
 #include "Messages.h"
 #include "PortFile.h"
 
+#include <QDeadlineTimer>
 #include <QSerialPort>
+
+namespace
+{
+// A frame of at most 100 bytes takes under 10 ms at 115200 baud, and the
+// driver takes it at once; a port that holds it this long is stuck.
+constexpr int kFrameWriteTimeoutMs = 500;
+} // namespace
 
 SerialLink::SerialLink(QObject *parent)
     : QObject(parent)
@@ -81,6 +89,19 @@ void SerialLink::send(const QByteArray &frame)
         return;
     }
     m_port->write(frame);
+    // The unit needs its pause between two frames as they arrive. A frame
+    // left in the port's buffer goes out whenever the event loop gets to it,
+    // late under load, and then shortens the pause before the next frame; so
+    // each frame leaves before its wait starts.
+    const QDeadlineTimer deadline(kFrameWriteTimeoutMs);
+    while (m_port->isOpen() && m_port->bytesToWrite() > 0) {
+        if (!m_port->waitForBytesWritten(int(deadline.remainingTime()))) {
+            qCWarning(lcApp).noquote() << QStringLiteral("frame not written within %1 ms (%2): %3")
+                                              .arg(kFrameWriteTimeoutMs)
+                                              .arg(m_port->errorString(), QString::fromLatin1(frame.toHex(' ')));
+            break;
+        }
+    }
 }
 
 void SerialLink::run(const RequestPlan &plan)

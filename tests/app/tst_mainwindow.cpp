@@ -6,6 +6,7 @@
 #include "ModelInterface.h"
 #include "PtyPeer.h"
 #include "RFParaConfig.h"
+#include "SerialLink.h"
 #include "SettingPage.h"
 
 #include <QLabel>
@@ -68,6 +69,7 @@ private Q_SLOTS:
     void factoryResetReadsTheSectionAgain();
     void canDataOpensOneWindow();
     void closingStopsUploadAndReadsBattery();
+    void sentFrameIsOnTheWireBeforeItsWait();
 
 private:
     void expectFrames(const QStringList &frames, int timeoutMs = 3000);
@@ -338,6 +340,23 @@ void TestMainWindow::closingStopsUploadAndReadsBattery()
     m_window->close();
     expectFrames({ "e4:", "ad:00" });
     expectSpacing(90);
+}
+
+// Under load a frame left in the port's buffer went out late, up to the end of
+// its own wait, and the next frame followed it after a few milliseconds: each
+// frame must have left the program when send() returns.
+void TestMainWindow::sentFrameIsOnTheWireBeforeItsWait()
+{
+    PtyPeer unit;
+    QVERIFY(unit.open());
+    QTemporaryDir dir;
+    writePortFile(dir.path(), QStringLiteral("<config><port>%1</port></config>").arg(unit.slavePath()));
+    SerialLink link;
+    QVERIFY(link.reopenFromFile(dir.path() + QStringLiteral("/config/port.xml")));
+    link.send(hex("fab7070000010300140a0a5f"));
+    link.send(hex("faec020007225f"));
+    unit.readNow(); // no event processed since the sends
+    QCOMPARE(unit.frames(), QStringList({ "b7:0001030014" "0a0a", "ec:0722" }));
 }
 
 QTEST_MAIN(TestMainWindow)

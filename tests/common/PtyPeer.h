@@ -29,6 +29,8 @@ public:
     void write(const QByteArray &bytes);
     void answer(quint8 code, const QByteArray &payload);
 
+    // Takes what the master holds now, without waiting for the event loop.
+    void readNow() { readMaster(); }
     const QVector<Received> &received() const { return m_received; }
     void clear() { m_received.clear(); }
     qint64 elapsedMs() const { return m_clock.elapsed(); }
