@@ -180,6 +180,9 @@ Parts inFile(const QByteArray &bytes)
         const QString text = xml.readElementText();
         if (xml.hasError())
             break;
+        // As the reader does: one token further, so that an element standing
+        // right behind another on its line counts as little as it loads.
+        xml.readNext();
         seen.insert(tag);
         if (tag == QLatin1String("CANFrameCnt"))
             frameCount = FormattedScan::wholeInt(text);

@@ -128,6 +128,9 @@ void TestFileParts::fileHoldsOnlyWholeParts_data()
         << QByteArray("<body><TTLStream>1,2</TTLStream></body>") << "TTL stream";
     QTest::newRow("known elements inside unknown ones")
         << file("<more><baud>9600</baud>\r\n<keyGear>1;</keyGear></more>\r\n") << "key kinds, baud rate";
+    QTest::newRow("an element right behind another on its line is not loaded, so not held")
+        << file("<hidOutput>1</hidOutput><baud>9600</baud>\r\n<freeWarning>3</freeWarning>\r\n")
+        << "HID mode, idle warning";
     QTest::newRow("an element cut off by the file's end") << QByteArray("<body><hidOutput>1</hidOut") << "";
 }
 
