@@ -157,7 +157,7 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     }
     if (answer.emits) {
         if (RecordAnswers::decode(code, answer.data, m_modelIndex, m_unitRecord))
-            m_unitRecordRead = true;
+            m_unitAnswers.note(code, answer.data);
         Q_EMIT signal_information(answer.codeId, answer.data);
     }
     if (answer.identify)
@@ -185,11 +185,10 @@ void MainWindow::identify(const QString &identifier)
     const bool keepRecord = m_reconnected && model == m_modelIndex;
     m_reconnected = false;
     const DeviceData kept = m_data;
-    if (model != m_modelIndex) {
-        m_unitRecord = DeviceData();
-        m_unitRecord.m_module = m_data.m_module;
-        m_unitRecordRead = false;
-    }
+    // A backup holds only what this unit said since it was identified.
+    m_unitRecord = DeviceData();
+    m_unitRecord.m_module = m_data.m_module;
+    m_unitAnswers.clear();
 
     m_modelIndex = model;
     ModelInterface *page = createModelPage(model, this);
@@ -233,12 +232,14 @@ void MainWindow::tryReconnect()
 
 QString MainWindow::backupBeforeWrite()
 {
-    if (!m_unitRecordRead) {
+    const FileParts::Parts read = m_unitAnswers.complete(m_unitRecord);
+    if (read.none()) {
         qCDebug(lcApp) << "backup: nothing read from the unit yet";
         return QString();
     }
     QString error;
-    const QString path = Backups::save(m_modelId, RecordFile::text(m_unitRecord), QDateTime::currentDateTime(), &error);
+    const QString path = Backups::save(
+        m_modelId, RecordFile::text(m_unitRecord, read), QDateTime::currentDateTime(), &error);
     if (path.isEmpty())
         qCWarning(lcApp).noquote() << "backup failed, writing anyway:" << error;
     return path;

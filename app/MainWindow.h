@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AnsweredParts.h"
 #include "CodeId.h"
 #include "DeviceData.h"
 #include "PageHost.h"
@@ -67,8 +68,9 @@ public:
     // from m_data, which the pages also change on edits); what a backup
     // before a write holds.
     const DeviceData &unitRecord() const { return m_unitRecord; }
-    // Saves unitRecord() to backup/ (nothing before the first read); a
-    // failure is logged and the write goes on. Returns the file written.
+    // Saves to backup/ the parts of unitRecord() read in this connection
+    // (nothing before the first read); a failure is logged and the write
+    // goes on. Returns the file written.
     QString backupBeforeWrite();
 
     // When the port reports that the unit is gone, show the connecting
@@ -137,7 +139,7 @@ private:
     bool m_confirmed = false;
     bool m_closing = false;
     DeviceData m_unitRecord;
-    bool m_unitRecordRead = false;
+    AnsweredParts m_unitAnswers; // what of m_unitRecord the unit said since it was identified
     bool m_reconnect = true;
     bool m_reconnected = false; // the next identification follows a reconnect
     QTimer *m_reconnectTimer = nullptr;

@@ -246,6 +246,16 @@ void applyChannelGroups(int port, const QStringList &texts, DeviceData &data)
     }
 }
 
+// The eight texts of a default container, by position, every number as it
+// is written: the fixed values keep their sign, whatever the port.
+void applyChannelGroupsAsWritten(int port, const QStringList &texts, DeviceData &data)
+{
+    int(*groups[])[kChannels] = { data.phase, data.fineTuning, data.leftTrip, data.rightTrip,
+        data.safeProtectionState, data.safeProtectionValue, data.channelMap, data.noneValue };
+    for (int g = 0; g < texts.size(); ++g)
+        scanInts(texts.at(g), channelPattern(), groups[g][port], kChannels);
+}
+
 } // namespace
 
 namespace ParameterFile
@@ -281,7 +291,7 @@ int convertPort2NoneValue(int value)
     return int((0u - unsigned(value)) | 0x80u);
 }
 
-void load(QIODevice *device, DeviceData &data)
+void load(QIODevice *device, DeviceData &data, FixedValues fixed)
 {
     QXmlStreamReader xml(device);
     const QHash<QString, Apply> &elements = simpleElements();
@@ -295,7 +305,9 @@ void load(QIODevice *device, DeviceData &data)
             QStringList texts;
             if (!XmlContainers::collectChildTexts(xml, XmlContainers::channelGroupTags(), texts))
                 break;
-            if (texts.size() == XmlContainers::channelGroupTags().size())
+            if (texts.size() == XmlContainers::channelGroupTags().size() && fixed == FixedValues::AsWritten)
+                applyChannelGroupsAsWritten(port, texts, data);
+            else if (texts.size() == XmlContainers::channelGroupTags().size())
                 applyChannelGroups(port, texts, data);
             else
                 qCDebug(lcParams) << "parameter file: port" << port + 1 << "defaults with" << texts.size()
@@ -318,23 +330,23 @@ void load(QIODevice *device, DeviceData &data)
                           << xml.errorString();
 }
 
-bool load(const QString &path, DeviceData &data)
+bool load(const QString &path, DeviceData &data, FixedValues fixed)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qCDebug(lcParams) << "parameter file: cannot open" << path;
         return false;
     }
-    load(&file, data);
+    load(&file, data, fixed);
     return true;
 }
 
-void loadBytes(const QByteArray &bytes, DeviceData &data)
+void loadBytes(const QByteArray &bytes, DeviceData &data, FixedValues fixed)
 {
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    load(&buffer, data);
+    load(&buffer, data, fixed);
 }
 
 } // namespace ParameterFile

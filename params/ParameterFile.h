@@ -30,9 +30,14 @@ QString join(const QStringList &fragments);
 // container counts only with exactly eight children, taken by position;
 // noneValue entries with bit 7 set are converted, by a different rule on
 // each port; unknown elements are searched through for known ones.
-bool load(const QString &path, DeviceData &data);
-void load(QIODevice *device, DeviceData &data);
-void loadBytes(const QByteArray &bytes, DeviceData &data);
+//
+// The window reads fixed values with its conversion (Converted). Our own
+// tools read every number as it is written (AsWritten), so that what they
+// restore is what the file says.
+enum class FixedValues { Converted, AsWritten };
+bool load(const QString &path, DeviceData &data, FixedValues fixed = FixedValues::Converted);
+void load(QIODevice *device, DeviceData &data, FixedValues fixed = FixedValues::Converted);
+void loadBytes(const QByteArray &bytes, DeviceData &data, FixedValues fixed = FixedValues::Converted);
 
 // noneValue conversions of the reader, one entry at a time (see load()).
 int convertPort1NoneValue(int value);

@@ -152,8 +152,10 @@ void comprehensive(Lines &l, const DeviceData &a, const DeviceData &b)
         [](int v) { return noneOr(v, kNoSelection); });
     for (int set = 0; set < kSbusControlSets; ++set) {
         for (int i = 0; i < 4; ++i)
-            l.add(QStringLiteral("SBUS control set %1 value %2").arg(set + 1).arg(i + 1), a.sbusControl[set][i],
-                b.sbusControl[set][i]);
+            // A flag is on when it is not zero: the unit reads its high-nibble
+            // flags back as 16, a file may say 1.
+            l.add(QStringLiteral("SBUS control set %1 value %2").arg(set + 1).arg(i + 1),
+                a.sbusControl[set][i] != 0, b.sbusControl[set][i] != 0, onOff);
     }
 }
 

@@ -41,4 +41,22 @@ QString text(const DeviceData &data)
     return compose(fragmentsFromRecord(data, data.m_module), data.m_module);
 }
 
+QString text(const DeviceData &data, const FileParts::Parts &parts)
+{
+    Fragments f = fragmentsFromRecord(data, data.m_module);
+    for (QString *fragment :
+        { &f.sbus, &f.channelHold, &f.buttons, &f.comprehensive, &f.modulePower, &f.customOutput })
+        *fragment = FileParts::keepOnly(*fragment, parts);
+    return compose(f, data.m_module);
+}
+
+DeviceData withParts(const DeviceData &base, const DeviceData &from, const FileParts::Parts &parts)
+{
+    DeviceData out = base;
+    DeviceData source = from;
+    source.m_module = base.m_module;
+    ParameterFile::loadBytes(text(source, parts).toUtf8(), out, ParameterFile::FixedValues::AsWritten);
+    return out;
+}
+
 } // namespace RecordFile

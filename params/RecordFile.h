@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileParts.h"
+
 #include <QString>
 
 struct DeviceData;
@@ -31,5 +33,14 @@ Fragments fragmentsFromRecord(const DeviceData &data, int moduleKind);
 
 // compose(fragmentsFromRecord(data, data.m_module), data.m_module).
 QString text(const DeviceData &data);
+
+// The same file holding only the given parts (what a backup knows of the
+// unit): the elements of every other part are left out.
+QString text(const DeviceData &data, const FileParts::Parts &parts);
+
+// base with the values of the given parts taken from `from`, numbers as
+// written (through the file, so exactly what a file of those parts would
+// set); every other field keeps base's value.
+DeviceData withParts(const DeviceData &base, const DeviceData &from, const FileParts::Parts &parts);
 
 } // namespace RecordFile

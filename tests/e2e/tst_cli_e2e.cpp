@@ -1,7 +1,8 @@
 // quillmark-cli against the virtual unit over a real pty: backups of every
 // model and module kind that the window's loader reads back, a restore whose
 // backup gives the restored file again, diffs that name exactly the changed
-// fields, and the failures a user meets.
+// fields, a restore that checks itself, a file of some groups only, and the
+// failures a user meets.
 #include "DeviceData.h"
 #include "ParameterFile.h"
 #include "RecordFile.h"
@@ -77,6 +78,8 @@ private Q_SLOTS:
     void backupReadsBackIntoTheSameRecord_data();
     void backupReadsBackIntoTheSameRecord();
     void restoreThenBackupGivesTheRestoredFile();
+    void restoreReadsBackAndNamesWhatTheUnitDoesNotHold();
+    void restoreOfSomeGroupsWritesOnlyThoseAndNamesTheRest();
     void failuresAreNamedAndExitNonZero();
 };
 
@@ -161,17 +164,36 @@ void TestCliE2e::restoreThenBackupGivesTheRestoredFile()
     QCOMPARE(diff.out.split('\n', Qt::SkipEmptyParts), expectedLines);
     QCOMPARE(cli({ "diff", factory, factory }).exitCode, 0);
 
+    // A sign is a difference: -20 and 20 are different fixed values.
+    QByteArray positive = readFile(factory);
+    positive.replace(
+        "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,30;", "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,20,30;");
+    const QString positiveFile = dir.filePath("positive.cfg");
+    writeFile(positiveFile, positive);
+    const Run sign = cli({ "diff", factory, positiveFile });
+    QCOMPARE(sign.exitCode, 1);
+    QCOMPARE(sign.out, QStringLiteral("SBUS 1 CH15 fixed value: -20 → 20\n"));
+    // The factory file's negative fixed values are ones the window's Load
+    // Config reads otherwise: one line says so.
+    QVERIFY2(
+        sign.err.contains("factory.cfg: notice: the window's Load Config reads fixed values otherwise than "
+                          "written (SBUS 1 CH15 -20 as -236, SBUS 2 CH15 -50 as 178)"),
+        qPrintable(sign.err));
+
     // Without --yes the tool shows what would change and asks; "n" writes nothing.
     const int before = unit.record().size();
     const Run declined = cli({ "restore", "--port", unit.linkPath(), changed }, "n\n");
     QCOMPARE(declined.exitCode, 1);
     QVERIFY(declined.out.contains("SBUS 2 hold switch: none → switch 1"));
-    // Port 1's negative fixed value comes back positive: the file reader's
-    // conversion of port 1, kept as the unit's program always had it.
-    QVERIFY(declined.out.contains("SBUS 1 CH15 fixed value: -20 → 20"));
+    // The fixed values are the unit's own: nothing to change there.
+    QVERIFY2(!declined.out.contains("fixed value"), qPrintable(declined.out));
     QCOMPARE(unit.find(0xA4, QByteArray(), before), -1);
 
-    QCOMPARE(cli({ "restore", "--port", unit.linkPath(), changed, "--yes" }).exitCode, 0);
+    const Run restored = cli({ "restore", "--port", unit.linkPath(), changed, "--yes" });
+    QCOMPARE(restored.exitCode, 0);
+    QVERIFY2(restored.err.contains("verified: CEDAR holds what"), qPrintable(restored.err));
+    // Port 1's fixed values went out in sign and magnitude: -20 is 0x94.
+    QVERIFY(unit.find(0xA8, QByteArray(15, '\0') + "\x94\x1e", before) > 0);
     // The write-all of a unit with the module power page, in its order.
     const QVector<quint8> writes { 0xA4, 0xA8, 0xA4, 0xA8, 0xB5, 0xC1, 0xC3, 0xCB, 0xC7, 0x18, 0xB7, 0xE8, 0xEC,
         0x14, 0x1A, 0xC5, 0x31, 0x33, 0x35, 0x37, 0x39 };
@@ -183,10 +205,102 @@ void TestCliE2e::restoreThenBackupGivesTheRestoredFile()
 
     const QString again = dir.filePath("again.cfg");
     QCOMPARE(cli({ "backup", "--port", unit.linkPath(), again }).exitCode, 0);
-    QByteArray expected = edited;
-    expected.replace("<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,30;", "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,20,30;");
-    QCOMPARE(readFile(again), expected);
+    QCOMPARE(readFile(again), edited);
     QCOMPARE(cli({ "diff", "--port", unit.linkPath(), again }).exitCode, 0);
+}
+
+// A value the unit cannot hold: the read-back after the write names it and
+// the tool ends with its own status. -236 is what the window's Load Config
+// leaves of port 1's -20; a fixed value travels as at most 127.
+void TestCliE2e::restoreReadsBackAndNamesWhatTheUnitDoesNotHold()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--model", "ROWAN", "--module", "0" }));
+    const QString factory = dir.filePath("factory.cfg");
+    QCOMPARE(cli({ "backup", "--port", unit.linkPath(), factory }).exitCode, 0);
+    QByteArray text = readFile(factory);
+    QVERIFY(text.contains("<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,30;"));
+    text.replace(
+        "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,30;", "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-236,30;");
+    const QString windowSaved = dir.filePath("window.cfg");
+    writeFile(windowSaved, text);
+
+    const Run checked = cli({ "restore", "--yes", "--port", unit.linkPath(), windowSaved });
+    QCOMPARE(checked.exitCode, 3);
+    QCOMPARE(checked.out, QStringLiteral("SBUS 1 CH15 fixed value: -236 → -127\n"));
+    QVERIFY2(checked.err.contains("verify: 1 field(s) of ROWAN differ from"), qPrintable(checked.err));
+
+    // Without the read-back the same restore ends as done.
+    const int before = unit.record().size();
+    const Run unchecked = cli({ "restore", "--yes", "--no-verify", "--port", unit.linkPath(), windowSaved });
+    QCOMPARE(unchecked.exitCode, 0);
+    QVERIFY(!unchecked.err.contains("verif"));
+    // Nothing was read after the last write.
+    const QVector<VunitProcess::RecordLine> record = unit.record();
+    QVERIFY(record.size() > before);
+    QCOMPARE(record.constLast().code, quint8(0x35)); // the write-all's last frame for a unit of kind 0
+}
+
+// A file of some groups only (a backup of what the window had read): the
+// restore writes those groups and names the ones it leaves alone; the unit's
+// other settings stay.
+void TestCliE2e::restoreOfSomeGroupsWritesOnlyThoseAndNamesTheRest()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--model", "BIRCH", "--module", "1" }));
+    const QByteArray part
+        = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
+          "<sbus2Default>\r\n"
+          "<phase>1,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
+          "<fineTuning>-4,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</fineTuning>\r\n"
+          "<leftTrip>90,100,100,100,100,100,100,100,100,100,100,100,100,100,100,100;</leftTrip>\r\n"
+          "<rightTrip>100,100,100,100,100,100,100,100,100,100,100,100,100,100,100,100;</rightTrip>\r\n"
+          "<safeProtectionState>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
+          "<safeProtectionValue>255,255,255,255,255,255,255,255,255,255,255,255,255,255,255,255;"
+          "</safeProtectionValue>\r\n"
+          "<channelMap>1,0,254,254,254,254,254,254,254,254,254,254,254,254,254,254;</channelMap>\r\n"
+          "<noneValue>0,0,-33,0,0,0,0,0,0,0,0,0,0,0,0,0;</noneValue>\r\n"
+          "</sbus2Default>\r\n"
+          "<hidOutput>1</hidOutput>\r\n"
+          "<modulePhysicalCtl>2,4</modulePhysicalCtl>\r\n"
+          "</body>\r\n";
+    const QString file = dir.filePath("part.cfg");
+    writeFile(file, part);
+    const int before = unit.record().size();
+    const Run r = cli({ "restore", "--yes", "--port", unit.linkPath(), file });
+    QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+    QVERIFY2(r.err.contains("not in " + file
+                 + ", not written: SBUS 1 channel settings, channel hold, key "
+                   "combinations, super keys, key kinds, HID mapping, throttle hold, idle "
+                   "warning, low-voltage alarm, baud rate, external SBUS input, SBUS "
+                   "outputs, SBUS priorities, SBUS protocols, SBUS control, module power\n"),
+        qPrintable(r.err));
+    QVERIFY2(r.err.contains("verified: BIRCH holds what"), qPrintable(r.err));
+
+    // The writes: port 2's two groups, the HID mode, the module power switch.
+    const QVector<quint8> writeAll { 0xA4, 0xA8, 0xB5, 0xC1, 0xC3, 0xCB, 0xC7, 0x18, 0xB7, 0xE8, 0xEC, 0x14,
+        0x1A, 0xC5, 0x31, 0x33, 0x35, 0x37, 0x39 };
+    QVector<quint8> writes;
+    const QVector<VunitProcess::RecordLine> record = unit.record();
+    for (int i = before; i < record.size(); ++i) {
+        if (writeAll.contains(record.at(i).code))
+            writes.append(record.at(i).code);
+    }
+    QCOMPARE(writes, (QVector<quint8> { 0xA4, 0xA8, 0x18, 0x39 }));
+    QVERIFY(unit.find(0xA8, QByteArray("\x01\x00\x00\xa1", 4) + QByteArray(13, '\0'), before) > 0);
+
+    // The unit now: the file's groups, and its factory values elsewhere.
+    const QString now = dir.filePath("now.cfg");
+    QCOMPARE(cli({ "backup", "--port", unit.linkPath(), now }).exitCode, 0);
+    const QByteArray after = readFile(now);
+    QVERIFY(after.contains(part.mid(
+        part.indexOf("<sbus2Default>"), part.indexOf("<hidOutput>") - part.indexOf("<sbus2Default>"))));
+    QVERIFY(after.contains("<hidOutput>1</hidOutput>\r\n"));
+    QVERIFY(after.contains("<modulePhysicalCtl>2,4</modulePhysicalCtl>\r\n"));
+    QVERIFY(after.contains("<fineTuning>5,-5,0,12,0,0,0,0,0,0,0,0,0,0,0,0;</fineTuning>\r\n"));
+    QVERIFY(after.contains("<modulePowerState>1,1</modulePowerState>\r\n"));
 }
 
 void TestCliE2e::failuresAreNamedAndExitNonZero()

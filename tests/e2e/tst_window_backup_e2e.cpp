@@ -1,7 +1,7 @@
 // The window against the virtual unit: what it saves after reading every
 // section is byte for byte what quillmark-cli backs up, a write first saves
-// that record to backup/, and a unit that hangs up is found again when a new
-// one appears on the same port.
+// that record to backup/ (only the groups the unit answered), and a unit that
+// hangs up is found again when a new one appears on the same port.
 #include "AppPaths.h"
 #include "ChannelListenInterface.h"
 #include "MainWindow.h"
@@ -22,6 +22,7 @@ class TestWindowBackupE2e : public QObject
 private Q_SLOTS:
     void cleanup();
     void windowSavesWhatTheCliBacksUpAndBacksUpBeforeWriting();
+    void backupHoldsOnlyTheGroupsTheUnitAnswered();
     void reconnectsToTheUnitThatAppearsOnThePort();
 };
 
@@ -75,6 +76,52 @@ void TestWindowBackupE2e::windowSavesWhatTheCliBacksUpAndBacksUpBeforeWriting()
     QCOMPARE(names.size(), 1);
     QVERIFY(QRegularExpression("^LARCH-\\d{8}-\\d{6}\\.cfg$").match(names.first()).hasMatch());
     QCOMPARE(readFile(backups.filePath(names.first())), readFile(cliFile));
+}
+
+// A write right after entering the hub: only SBUS 1 has been read (the hub
+// reads it on entry). Unread groups written as zeros would, once loaded,
+// wipe the unit's SBUS 2 travels, its channel maps and its baud rate.
+void TestWindowBackupE2e::backupHoldsOnlyTheGroupsTheUnitAnswered()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--model", "MAPLE", "--module", "1" }));
+    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
+    AppPaths::setAppDir(dir.filePath("app"));
+    Messages::setResponder([](const Messages::Shown &) { return true; });
+
+    MainWindow window;
+    window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(window.hub(), 10000);
+    QSignalSpy spy(&window, &MainWindow::signal_information);
+    window.showHub();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        std::any_of(spy.cbegin(), spy.cend(),
+            [](const QList<QVariant> &a) { return a.at(0).value<CodeID>() == SbusNoneData; }),
+        5000);
+
+    window.hub()->actionButton(ChannelListenInterface::Action::WriteData)->click();
+    const QDir backups(AppPaths::writableFile("/backup"));
+    const QStringList names = backups.entryList({ "MAPLE-*.cfg" }, QDir::Files);
+    QCOMPARE(names.size(), 1);
+    // The virtual MAPLE's port 1 at its factory values: eight inputs mapped,
+    // the rest "NONE"; channels 2 and 5 reversed; failsafe on channels 1
+    // (centre) and 3 (-100); fixed values -20 and 30 on channels 15 and 16.
+    const QByteArray expected
+        = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
+          "<sbus1Default>\r\n"
+          "<phase>0,1,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
+          "<fineTuning>5,-5,0,12,0,0,0,0,0,0,0,0,0,0,0,0;</fineTuning>\r\n"
+          "<leftTrip>100,100,80,100,100,100,100,100,100,100,100,100,100,100,100,100;</leftTrip>\r\n"
+          "<rightTrip>100,100,120,100,100,100,100,100,100,100,100,100,100,100,100,100;</rightTrip>\r\n"
+          "<safeProtectionState>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
+          "<safeProtectionValue>0,255,100,255,255,255,255,255,255,255,255,255,255,255,255,255;"
+          "</safeProtectionValue>\r\n"
+          "<channelMap>0,1,2,3,4,5,6,7,254,254,254,254,254,254,254,254;</channelMap>\r\n"
+          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,30;</noneValue>\r\n"
+          "</sbus1Default>\r\n"
+          "</body>\r\n";
+    QCOMPARE(readFile(backups.filePath(names.first())).split('\n'), expected.split('\n'));
 }
 
 void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()

@@ -152,6 +152,8 @@ private Q_SLOTS:
     void hostileFilesLeaveTheRecordWithinItsTypes_data();
     void hostileFilesLeaveTheRecordWithinItsTypes();
     void writtenFileReadsBackExceptNegativeFixedValues();
+    void ourToolsReadFixedValuesAsWritten_data();
+    void ourToolsReadFixedValuesAsWritten();
     void lastPathIsRememberedBesideTheProgram();
 };
 
@@ -416,6 +418,39 @@ void TestParameterFile::writtenFileReadsBackExceptNegativeFixedValues()
     again.replace(",65,70,-236;</noneValue>", ",65,70,-20;</noneValue>");
     again.replace(",65,70,178;</noneValue>", ",65,70,-50;</noneValue>");
     QCOMPARE(again, text);
+}
+
+// The tools' reading: the same file, the fixed values as they stand on both
+// ports; everything else by the window's rules.
+void TestParameterFile::ourToolsReadFixedValuesAsWritten_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("expected");
+    const QByteArray none = "-5,133,0,127,128,255,-1,-128,0,0,0,0,0,0,0,0;";
+    QTest::newRow("port 1") << defaults("sbus1Default", eightChildren(none)) << "noneValue1"
+                            << "-5,133,0,127,128,255,-1,-128,0,0,0,0,0,0,0,0";
+    QTest::newRow("port 2") << defaults("sbus2Default", eightChildren(none)) << "noneValue2"
+                            << "-5,133,0,127,128,255,-1,-128,0,0,0,0,0,0,0,0";
+    QTest::newRow("fixed values not in the file keep theirs")
+        << defaults("sbus1Default", eightChildren("-5,133,x;")) << "noneValue1" << sixteen("-5,133");
+    QTest::newRow("seven children still leave the port unchanged")
+        << defaults("sbus1Default", eightChildren(none).mid(eightChildren(none).indexOf("<fineTuning>")))
+        << "noneValue1" << sixteen("7");
+    QTest::newRow("the other groups of the container")
+        << defaults("sbus2Default", eightChildren(none)) + defaults("sbus1Default", eightChildren(kZeros))
+        << "channelMap1"
+        << "3,254,0,0,0,0,0,0,0,0,0,0,0,0,0,0";
+}
+
+void TestParameterFile::ourToolsReadFixedValuesAsWritten()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, name);
+    QFETCH(QString, expected);
+    DeviceData d = marked();
+    ParameterFile::loadBytes(file(body), d, ParameterFile::FixedValues::AsWritten);
+    QCOMPARE(field(d, name), expected);
 }
 
 void TestParameterFile::lastPathIsRememberedBesideTheProgram()

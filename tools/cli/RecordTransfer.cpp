@@ -7,7 +7,10 @@
 #include "FrameCutter.h"
 #include "HoldCodec.h"
 #include "ModulePowerCodec.h"
+#include "ParameterFile.h"
 #include "RecordAnswers.h"
+#include "RecordDiff.h"
+#include "RecordFile.h"
 #include "SbusCodec.h"
 
 #include <QFile>
@@ -19,9 +22,8 @@ namespace RecordTransfer
 AllPayloads allPayloads(const DeviceData &data, int model, int moduleKind)
 {
     AllPayloads all;
-    const QList<QByteArray> sbus = SbusCodec::payloadsFromRecord(data);
-    all.sbus[0] = sbus.mid(0, kSbusPayloads);
-    all.sbus[1] = sbus.mid(kSbusPayloads);
+    for (int port = 0; port < kSbusPorts; ++port)
+        all.sbus[port] = { SbusCodec::tuningPayload(data, port), SbusCodec::nonePayload(data, port) };
     all.channelHold = { HoldCodec::payload(data) };
     all.buttons = ButtonCodec::payloads(ButtonCodec::Settings::fromRecord(data), model);
     all.comprehensive = ComprehensiveCodec::payloads(ComprehensiveCodec::Settings::fromRecord(data));
@@ -46,6 +48,96 @@ DeviceData afterWriting(const RequestPlan &plan, int model, int moduleKind)
         });
     }
     return data;
+}
+
+namespace
+{
+
+// The code and payload of a request frame.
+bool cut(const Request &request, quint8 *code, QByteArray *payload)
+{
+    FrameCutter cutter;
+    bool found = false;
+    cutter.feed(request.frame, [&](quint8 c, const QByteArray &p) {
+        if (!found) {
+            *code = c;
+            *payload = p;
+            found = true;
+        }
+    });
+    return found;
+}
+
+} // namespace
+
+int partOfRead(const Request &request)
+{
+    quint8 code = 0;
+    QByteArray payload;
+    return cut(request, &code, &payload) ? FileParts::ofRead(code, payload) : -1;
+}
+
+int partOfWrite(const Request &request)
+{
+    quint8 code = 0;
+    QByteArray payload;
+    if (!cut(request, &code, &payload))
+        return -1;
+    const quint8 read = RecordAnswers::readCodeOfWrite(code);
+    return read ? FileParts::ofRead(read, payload) : -1;
+}
+
+RequestPlan onlyParts(const RequestPlan &plan, const FileParts::Parts &parts, int (*partOf)(const Request &))
+{
+    RequestPlan out;
+    for (const Request &r : plan) {
+        const int part = partOf(r);
+        if (part >= 0 && parts.test(size_t(part)))
+            out.append(r);
+    }
+    return out;
+}
+
+QStringList verify(
+    const DeviceData &file, const DeviceData &readBack, const FileParts::Parts &written, int model)
+{
+    DeviceData expected = RecordFile::withParts(readBack, file, written);
+    // The unit has kinds for its own keys only; the file's others never travel.
+    const int keys
+        = model == ButtonCodec::kLarchModel ? ButtonCodec::kLarchKeyKindBytes : ButtonCodec::kKeyKindBytes;
+    for (int k = keys; k < kKeyGears; ++k)
+        expected.keyGear[k] = readBack.keyGear[k];
+    return RecordDiff::differences(expected, readBack);
+}
+
+QString windowReadsFixedValuesOtherwise(const QByteArray &fileBytes)
+{
+    DeviceData written;
+    DeviceData converted;
+    ParameterFile::loadBytes(fileBytes, written, ParameterFile::FixedValues::AsWritten);
+    ParameterFile::loadBytes(fileBytes, converted, ParameterFile::FixedValues::Converted);
+    constexpr int kShown = 4;
+    QStringList entries;
+    int count = 0;
+    for (int port = 0; port < kSbusPorts; ++port) {
+        for (int c = 0; c < kChannels; ++c) {
+            if (written.noneValue[port][c] == converted.noneValue[port][c])
+                continue;
+            if (++count <= kShown)
+                entries << QStringLiteral("SBUS %1 CH%2 %3 as %4")
+                               .arg(port + 1)
+                               .arg(c + 1)
+                               .arg(written.noneValue[port][c])
+                               .arg(converted.noneValue[port][c]);
+        }
+    }
+    if (count == 0)
+        return QString();
+    if (count > kShown)
+        entries << QStringLiteral("%1 more").arg(count - kShown);
+    return QStringLiteral("notice: the window's Load Config reads fixed values otherwise than written (%1); "
+                          "quillmark-cli uses the numbers as written")
+        .arg(entries.join(QStringLiteral(", ")));
 }
 
 bool checkFile(const QString &path, QString *error)

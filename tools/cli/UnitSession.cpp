@@ -4,6 +4,7 @@
 #include "BusyWait.h"
 #include "ModelDefaults.h"
 #include "RecordAnswers.h"
+#include "RecordTransfer.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -116,7 +117,8 @@ bool UnitSession::identify(int timeoutMs, QString *error)
     return false;
 }
 
-bool UnitSession::readAll(DeviceData &data, int waitMs, const Progress &progress, QString *error)
+bool UnitSession::readAll(
+    DeviceData &data, int waitMs, const Progress &progress, QString *error, const FileParts::Parts *only)
 {
     static const QStringList sectionNames { QStringLiteral("SBUS 1"), QStringLiteral("SBUS 2"),
         QStringLiteral("channel hold"), QStringLiteral("keys"), QStringLiteral("comprehensive settings"),
@@ -125,7 +127,9 @@ bool UnitSession::readAll(DeviceData &data, int waitMs, const Progress &progress
     m_target = &data;
     m_answered.clear();
     QVector<quint8> expected;
-    auto runPlan = [&](const RequestPlan &plan) {
+    auto runPlan = [&](const RequestPlan &all) {
+        const RequestPlan plan
+            = only ? RecordTransfer::onlyParts(all, *only, RecordTransfer::partOfRead) : all;
         for (const Request &r : plan) {
             const quint8 code = quint8(r.frame.at(1));
             // The device search is no setting: sent as the window does, not awaited.
@@ -135,11 +139,16 @@ bool UnitSession::readAll(DeviceData &data, int waitMs, const Progress &progress
         }
     };
     for (int section : Sequences::sections(m_moduleKind)) {
+        // With `only`, a section none of whose parts are wanted is passed by.
+        if (only
+            && RecordTransfer::onlyParts(Sequences::readGroup(section), *only, RecordTransfer::partOfRead)
+                   .isEmpty())
+            continue;
         if (progress)
             progress(QStringLiteral("reading %1").arg(sectionNames.at(section)));
         runPlan(Sequences::readGroup(section));
     }
-    if (m_moduleKind == 2) {
+    if (m_moduleKind == 2 && (!only || only->test(FileParts::CanFrames))) {
         // The CAN frames themselves, once the unit has said how many it has.
         waitFor([this]() { return m_answered.contains(0xD5); }, waitMs);
         if (data.CANFrameCnt > 0) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeviceData.h"
+#include "FileParts.h"
 #include "FrameCutter.h"
 #include "Sequences.h"
 
@@ -37,8 +38,10 @@ public:
     // Sends the read group of every section the unit has (and, with the
     // output module, its CAN frames) and takes the answers into data. False
     // when a group did not answer within waitMs after the last request; the
-    // missing requests are named in *error.
-    bool readAll(DeviceData &data, int waitMs, const Progress &progress, QString *error);
+    // missing requests are named in *error. With `only`, just the reads of
+    // those parts go out.
+    bool readAll(DeviceData &data, int waitMs, const Progress &progress, QString *error,
+        const FileParts::Parts *only = nullptr);
 
     // Sends the frames of the plan with their waits, then waits a little for
     // the write answers. Returns the failure texts of refused writes.
