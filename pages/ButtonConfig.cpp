@@ -273,7 +273,9 @@ QList<QByteArray> ButtonConfig::collectPayloads()
 
 QList<QByteArray> ButtonConfig::payloadsFromRecord()
 {
-    return ButtonCodec::payloads(ButtonCodec::Settings::fromRecord(record()), model());
+    // The write-all sends what the page shows, as a write of the page does:
+    // a file's values beyond the controls' bounds go out as shown.
+    return collectPayloads();
 }
 
 QString ButtonConfig::fileFragment()

@@ -647,12 +647,10 @@ QList<QByteArray> ComprehensiveConfig::collectPayloads()
 
 QList<QByteArray> ComprehensiveConfig::payloadsFromRecord()
 {
-    Settings s = Settings::fromRecord(record());
-    // A parameter file may name a rate the unit does not offer; the page
-    // kept its selection then, and that is the rate that goes out.
-    if (!ComprehensiveCodec::baudTexts().contains(s.baudText))
-        s.baudText = m_baud->currentText();
-    return ComprehensiveCodec::payloads(s);
+    // The write-all sends what the page shows, as a write of the page does:
+    // a file's values beyond the controls' bounds (or a rate the unit does
+    // not offer) go out as shown.
+    return collectPayloads();
 }
 
 QString ComprehensiveConfig::fileFragment()

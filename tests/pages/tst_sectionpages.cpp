@@ -10,6 +10,7 @@
 #include "MSpinBox.h"
 #include "Messages.h"
 #include "PageHost.h"
+#include "ParameterFile.h"
 #include "PhaseSwitch.h"
 #include "SbusChannel.h"
 #include "SectionColumn.h"
@@ -79,6 +80,7 @@ private Q_SLOTS:
     void baudChangeIsConfirmed_data();
     void baudChangeIsConfirmed();
     void deviceView();
+    void writeAllSendsWhatThePagesShow();
 
 private:
     TestHost m_host;
@@ -322,6 +324,53 @@ void TestSectionPages::deviceView()
     report[5] = char(0x04);
     page.slot_information(ChannelDataReport, report);
     QCOMPARE(child<SbusChannel>(&page, "throttleBar")->val(), 150);
+}
+
+// A parameter file with values beyond what the controls take: the write-all
+// sends what the pages show, not what the file said.
+void TestSectionPages::writeAllSendsWhatThePagesShow()
+{
+    ParameterFile::loadBytes("<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
+                             "<ckeyMap>0,1,200;2,3,5;255,255,0;1,0,7;4,5,100;</ckeyMap>\r\n"
+                             "<sckeyMap>1,2,1,3,2,3,-200,-150,37,0,200,-1;"
+                             "255,0,1,2,3,4,5,6,7,8,9,10;</sckeyMap>\r\n"
+                             "<keyGear>1,2,0,0,2,1,1,0,2,2,1,0,2,2,2,2,2,2,2,2,2,2,2,2;</keyGear>\r\n"
+                             "<hidMap>7,6,5,4,3,2,1,0;</hidMap>\r\n"
+                             "<hidOutput>1</hidOutput>\r\n"
+                             "<throttleHoldSwitch>1</throttleHoldSwitch>\r\n"
+                             "<throttleData>2,-200,1.5,5;</throttleData>\r\n"
+                             "<freeWarning>300</freeWarning>\r\n"
+                             "<lowVoltage>9</lowVoltage>\r\n"
+                             "<baud>57600</baud>\r\n"
+                             "<externalInput>0</externalInput>\r\n"
+                             "<sbusOutput>0,1;</sbusOutput>\r\n"
+                             "<sbusPriority>35</sbusPriority>\r\n"
+                             "<sbusVersion>144</sbusVersion>\r\n"
+                             "<sbusControlSwitch>2</sbusControlSwitch>\r\n"
+                             "<sbusControl-0>1,16,0,0;</sbusControl-0>\r\n"
+                             "<sbusControl-1>0,0,1,16;</sbusControl-1>\r\n"
+                             "<sbusControl-2>1,0,0,16;</sbusControl-2>\r\n"
+                             "</body>\r\n",
+        m_host.data);
+    ButtonConfig buttons;
+    ComprehensiveConfig comprehensive;
+    buttons.refreshFromRecord();
+    comprehensive.refreshFromRecord();
+
+    QList<QByteArray> sent;
+    for (const QByteArray &payload : buttons.payloadsFromRecord())
+        sent << payload.toHex(' ');
+    QCOMPARE(sent,
+        QList<QByteArray>({ "00 01 64 02 03 05 ff ff 00 01 00 07 04 05 64",
+            "01 02 01 03 02 03 01 01 00 00 00 01 96 96 25 00 96 01 "
+            "ff 00 01 02 03 04 00 00 00 00 00 00 05 06 07 08 09 0a",
+            "01 02 00 00 02 01 01 00 02 02 01 00" }));
+    sent.clear();
+    for (const QByteArray &payload : comprehensive.payloadsFromRecord())
+        sent << payload.toHex(' ');
+    QCOMPARE(sent,
+        QList<QByteArray>({ "07 06 05 04 03 02 01 00", "01", "00 01 02 01 96 0f 17", "ff", "08 28",
+            "00 e1 00 00", "00", "01", "23", "90", "02 11 00 00 11 01 10" }));
 }
 
 QTEST_MAIN(TestSectionPages)
