@@ -387,21 +387,27 @@ void ComprehensiveConfig::slot_throttleHoldValueChanged()
     m_throttleBar->setM_hold(qRound(m_holdValue->currentValue()));
 }
 
-void ComprehensiveConfig::on_throttle_currentIndexChanged(int index)
+void ComprehensiveConfig::armThrottleHold(bool armed)
 {
     // Without a switch there is no hold: the positions take no clicks and
     // the bar shows no marker.
-    const bool armed = index > 0;
     for (MCheckBox *item : m_throttleGears) {
         item->setM_checkEnable(armed);
         if (!armed)
             item->setM_checked(false);
     }
+    m_throttleBar->setM_throttleEnable(armed);
+}
+
+void ComprehensiveConfig::on_throttle_currentIndexChanged(int index)
+{
+    // A switch the user picks starts at the record's position, or the first.
+    const bool armed = index > 0;
+    armThrottleHold(armed);
     if (armed && SectionWidgets::checkedIndex(m_throttleGears) < 0) {
         const int mode = record().throttleData;
         m_throttleGears.at(mode >= 0 && mode < 3 ? mode : 0)->setM_checked(true);
     }
-    m_throttleBar->setM_throttleEnable(armed);
 }
 
 void ComprehensiveConfig::on_sbusControl_currentIndexChanged(int index)
@@ -490,14 +496,17 @@ void ComprehensiveConfig::showThrottleHold()
     if (d.throttleIndex == kNoSelection) {
         // No switch: the positions, the hold value and the bar with its
         // marker are cleared.
-        on_throttle_currentIndexChanged(0);
+        armThrottleHold(false);
         m_holdValue->setM_currentValue(0.0);
         m_throttleBar->setM_val(0);
         m_throttleBar->setM_hold(0);
     } else {
+        // A mode the unit does not know (3 or more) checks no position; the
+        // write then sends mode 2.
+        const bool armed = m_throttle->currentIndex() > 0;
+        armThrottleHold(armed);
         for (int k = 0; k < 3; ++k)
-            m_throttleGears.at(k)->setM_checked(k == d.throttleData);
-        on_throttle_currentIndexChanged(m_throttle->currentIndex());
+            m_throttleGears.at(k)->setM_checked(armed && k == d.throttleData);
         m_holdValue->setM_currentValue(d.throttleDataValues[0]);
     }
     m_recoverySpeed->setM_currentValue(d.throttleDataValues[1]);

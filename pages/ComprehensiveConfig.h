@@ -73,6 +73,7 @@ private:
     void showHidMapping();
     void showHidOutput();
     void showThrottleHold();
+    void armThrottleHold(bool armed);
     void showWarnings();
     void showBaud();
     void showExternalInput();

@@ -214,10 +214,16 @@ void TestSectionPages::throttleHoldAnswers_data()
     QTest::addColumn<int>("gear"); // 1..3, 0 for none checked
     QTest::addColumn<int>("hold");
     QTest::addColumn<bool>("marker");
-    QTest::newRow("SC, third position, -37") << hex("00020201250f15") << "SC" << 3 << -37 << true;
+    QTest::addColumn<QByteArray>("written"); // the page's write right after
+    QTest::newRow("SC, third position, -37")
+        << hex("00020201250f15") << "SC" << 3 << -37 << true << QByteArray("00020201250f15");
+    // No position checked is written as mode 2.
     QTest::newRow("no switch clears marker and positions")
-        << hex("00ff0101250f15") << "NONE" << 0 << 0 << false;
-    QTest::newRow("byte 0 not 0 is ignored") << hex("01020201250f15") << "SA" << 1 << 10 << true;
+        << hex("00ff0101250f15") << "NONE" << 0 << 0 << false << QByteArray("00ff0200000f15");
+    QTest::newRow("byte 0 not 0 is ignored")
+        << hex("01020201250f15") << "SA" << 1 << 10 << true << QByteArray("000000000a0505");
+    QTest::newRow("mode 3 checks no position")
+        << hex("00010300140000") << "SB" << 0 << 20 << true << QByteArray("00010200140000");
 }
 
 void TestSectionPages::throttleHoldAnswers()
@@ -227,6 +233,7 @@ void TestSectionPages::throttleHoldAnswers()
     QFETCH(int, gear);
     QFETCH(int, hold);
     QFETCH(bool, marker);
+    QFETCH(QByteArray, written);
     ComprehensiveConfig page;
     page.refreshFromRecord();
     page.slot_information(ThrottleHoldData, hex("000000000a0505")); // SA, first position, hold 10
@@ -238,6 +245,7 @@ void TestSectionPages::throttleHoldAnswers()
     auto *bar = child<SbusChannel>(&page, "throttleBar");
     QCOMPARE(bar->throttleEnable(), marker);
     QCOMPARE(bar->hold(), hold);
+    QCOMPARE(page.collectPayloads().at(2).toHex(), written);
 }
 
 void TestSectionPages::clicksEndUpInThePayloads()
