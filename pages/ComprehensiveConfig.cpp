@@ -428,11 +428,7 @@ int ComprehensiveConfig::shownControlSet() const
 
 int ComprehensiveConfig::shownOption(int option) const
 {
-    // An option left on keeps the value the unit gave it (its high-nibble
-    // flags read as 16), so that a file saved after a read says what the
-    // unit said; one the user switched on becomes 1.
-    const int held = m_controlSets[m_shownSet][option];
-    return m_controlOptions[size_t(option)]->checked() ? (held != 0 ? held : 1) : 0;
+    return m_controlOptions[size_t(option)]->checked() ? 1 : 0;
 }
 
 void ComprehensiveConfig::keepControlSet()
@@ -649,6 +645,9 @@ Settings ComprehensiveConfig::shownSettings() const
 
 QList<QByteArray> ComprehensiveConfig::collectPayloads()
 {
+    // The shown control set is kept as its check boxes say, 1 or 0 (a
+    // high-nibble flag of the unit reads as 16 until then).
+    keepControlSet();
     const Settings s = shownSettings();
     s.storeWritten(record());
     return ComprehensiveCodec::payloads(s);

@@ -346,9 +346,15 @@ QString fileFragment(const Settings &s)
         + line(QStringLiteral("sbusPriority"), QString::number(priorityByte(s.sbusPriority)))
         + line(QStringLiteral("sbusVersion"), QString::number(s.sbusVersion))
         + line(QStringLiteral("sbusControlSwitch"), QString::number(s.sbusControlSwitch));
-    for (int g = 0; g < kSbusControlSets; ++g)
-        text += line(QStringLiteral("sbusControl-%1").arg(g),
-            FileFragments::intList(s.sbusControl[g], 4) + QLatin1Char(';'));
+    // Each flag as its check box holds it, 1 or 0: the unit's high-nibble
+    // flags read as 16, and the window writes the shown set as 1 or 0.
+    for (int g = 0; g < kSbusControlSets; ++g) {
+        int flags[4];
+        for (int o = 0; o < 4; ++o)
+            flags[o] = s.sbusControl[g][o] != 0 ? 1 : 0;
+        text += line(
+            QStringLiteral("sbusControl-%1").arg(g), FileFragments::intList(flags, 4) + QLatin1Char(';'));
+    }
     return text;
 }
 

@@ -81,6 +81,7 @@ private Q_SLOTS:
     void baudChangeIsConfirmed();
     void deviceView();
     void writeAllSendsWhatThePagesShow();
+    void controlFlagsAreOneOrZeroAfterAWrite();
 
 private:
     TestHost m_host;
@@ -379,6 +380,30 @@ void TestSectionPages::writeAllSendsWhatThePagesShow()
     QCOMPARE(sent,
         QList<QByteArray>({ "07 06 05 04 03 02 01 00", "01", "00 01 02 01 96 0f 17", "ff", "08 28",
             "00 e1 00 00", "00", "01", "23", "90", "02 11 00 00 11 01 10" }));
+}
+
+// The unit's high-nibble flags read as 16; the write keeps the shown set as
+// its check boxes say, 1 or 0, and the file says 1 or 0 before and after.
+void TestSectionPages::controlFlagsAreOneOrZeroAfterAWrite()
+{
+    ComprehensiveConfig page;
+    page.resize(1000, 2400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    page.refreshFromRecord();
+    page.slot_information(Group34, hex("00110001101011")); // set 3: (0, 16, 1, 16)
+    QCOMPARE(m_host.data.sbusControl[2][1], 16);
+    page.column()->toggle(4);
+    auto *third = child<MCheckBox>(&page, "sbusControlGear_3");
+    QTest::mouseClick(third, Qt::LeftButton, {}, QPoint(third->height() / 2, third->height() / 2));
+    QVERIFY(page.fileFragment().endsWith("<sbusControl-0>1,1,0,0;</sbusControl-0>\r\n"
+                                         "<sbusControl-1>1,0,0,1;</sbusControl-1>\r\n"
+                                         "<sbusControl-2>0,1,1,1;</sbusControl-2>\r\n"));
+
+    QCOMPARE(page.collectPayloads().at(10).toHex(), QByteArray("00110001101011"));
+    QCOMPARE(QVector<int>(m_host.data.sbusControl[2], m_host.data.sbusControl[2] + 4),
+        QVector<int>({ 0, 1, 1, 1 }));
+    QVERIFY(page.fileFragment().endsWith("<sbusControl-2>0,1,1,1;</sbusControl-2>\r\n"));
 }
 
 QTEST_MAIN(TestSectionPages)
