@@ -29,7 +29,6 @@ namespace
 const char kNone[] = "NONE";
 constexpr int kHidColumns = 4;
 constexpr int kControlOptions = 4;
-constexpr double kMaxSpeedSeconds = 30.0;
 constexpr double kFallbackMaxVolts = 25.5;
 
 enum Section { Hid, ThrottleHold, Buzzer, Baud, Sbus, About };
@@ -152,9 +151,16 @@ QWidget *ComprehensiveConfig::buildThrottleHold()
     connect(m_holdValue, &MSpinBox::currentValueChanged, this,
         &ComprehensiveConfig::slot_throttleHoldValueChanged);
 
-    m_recoverySpeed
-        = SectionWidgets::spinBox(body, QStringLiteral("recoverySpeed"), 0.0, kMaxSpeedSeconds, 1);
-    m_holdSpeed = SectionWidgets::spinBox(body, QStringLiteral("holdSpeed"), 0.0, kMaxSpeedSeconds, 1);
+    // The speeds reach as far as their byte does, and step only through
+    // what it can hold: tenths up to 2.0 s, whole seconds from 3 s.
+    m_recoverySpeed = SectionWidgets::spinBox(
+        body, QStringLiteral("recoverySpeed"), 0.0, ComprehensiveCodec::maxSpeed(), 1);
+    m_holdSpeed
+        = SectionWidgets::spinBox(body, QStringLiteral("holdSpeed"), 0.0, ComprehensiveCodec::maxSpeed(), 1);
+    connect(m_recoverySpeed, &MSpinBox::currentValueChanged, this,
+        [this]() { keepSpeedStorable(m_recoverySpeed, m_shownSpeeds[0]); });
+    connect(m_holdSpeed, &MSpinBox::currentValueChanged, this,
+        [this]() { keepSpeedStorable(m_holdSpeed, m_shownSpeeds[1]); });
     grid->addWidget(caption(tr("恢复速度(S) :"), body), 3, 0);
     grid->addWidget(m_recoverySpeed, 3, 1);
     grid->addWidget(caption(tr("保持速度(S) :"), body), 3, 2);
@@ -410,6 +416,21 @@ void ComprehensiveConfig::on_throttle_currentIndexChanged(int index)
     }
 }
 
+void ComprehensiveConfig::keepSpeedStorable(MSpinBox *box, double &shown)
+{
+    const double value = box->currentValue();
+    shown = ComprehensiveCodec::speedToward(shown, value);
+    if (shown != value)
+        box->setM_currentValue(shown); // comes back here with a storable value
+}
+
+void ComprehensiveConfig::showSpeed(MSpinBox *box, double &shown, double seconds)
+{
+    // What the unit keeps of the value (a file may hold 2.5 s: 2.0 s).
+    shown = ComprehensiveCodec::storedSpeed(seconds);
+    box->setM_currentValue(shown);
+}
+
 void ComprehensiveConfig::on_sbusControl_currentIndexChanged(int index)
 {
     const bool armed = index > 0;
@@ -505,8 +526,8 @@ void ComprehensiveConfig::showThrottleHold()
             m_throttleGears.at(k)->setM_checked(armed && k == d.throttleData);
         m_holdValue->setM_currentValue(d.throttleDataValues[0]);
     }
-    m_recoverySpeed->setM_currentValue(d.throttleDataValues[1]);
-    m_holdSpeed->setM_currentValue(d.throttleDataValues[2]);
+    showSpeed(m_recoverySpeed, m_shownSpeeds[0], d.throttleDataValues[1]);
+    showSpeed(m_holdSpeed, m_shownSpeeds[1], d.throttleDataValues[2]);
 }
 
 void ComprehensiveConfig::showWarnings()

@@ -5,6 +5,7 @@
 #include "WireBytes.h"
 
 #include <algorithm>
+#include <cmath>
 
 using namespace WireBytes;
 
@@ -305,6 +306,33 @@ int speedByte(double seconds)
     if (seconds < 2.0)
         return truncated(seconds * 10.0);
     return truncated(seconds) + kSpeedSecondsBase;
+}
+
+double maxSpeed()
+{
+    return speedFromByte(255);
+}
+
+double storedSpeed(double seconds)
+{
+    return speedFromByte(qBound(0, speedByte(qBound(0.0, seconds, maxSpeed())), 255));
+}
+
+double speedToward(double from, double to)
+{
+    const double value = qBound(0.0, to, maxSpeed());
+    const double kept = storedSpeed(value);
+    if (qAbs(kept - value) < kShownValueRoom || value == from)
+        return kept;
+    const double tenths = value * 10.0;
+    if (value > from) {
+        if (value <= 2.0)
+            return std::ceil(tenths - kShownValueRoom) / 10.0;
+        return qMax(3.0, std::ceil(value - kShownValueRoom));
+    }
+    if (value < 3.0)
+        return qMin(2.0, std::floor(tenths + kShownValueRoom) / 10.0);
+    return std::floor(value + kShownValueRoom);
 }
 
 QList<QByteArray> payloads(const Settings &s)

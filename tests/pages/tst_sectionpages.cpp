@@ -82,6 +82,7 @@ private Q_SLOTS:
     void deviceView();
     void writeAllSendsWhatThePagesShow();
     void controlFlagsAreOneOrZeroAfterAWrite();
+    void speedsShowAndStepInWhatTheUnitKeeps();
 
 private:
     TestHost m_host;
@@ -404,6 +405,48 @@ void TestSectionPages::controlFlagsAreOneOrZeroAfterAWrite()
     QCOMPARE(QVector<int>(m_host.data.sbusControl[2], m_host.data.sbusControl[2] + 4),
         QVector<int>({ 0, 1, 1, 1 }));
     QVERIFY(page.fileFragment().endsWith("<sbusControl-2>0,1,1,1;</sbusControl-2>\r\n"));
+}
+
+// One repeat step of a spin box's plus (or minus) button, held by the mouse.
+static void step(MSpinBox *box, bool up)
+{
+    const QPoint at(up ? box->width() - 6 : 6, box->height() / 2);
+    QTest::mousePress(box, Qt::LeftButton, {}, at);
+    box->slot_timeout();
+    QTest::mouseRelease(box, Qt::LeftButton, {}, at);
+}
+
+void TestSectionPages::speedsShowAndStepInWhatTheUnitKeeps()
+{
+    ComprehensiveConfig page;
+    page.resize(1000, 1200);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    page.refreshFromRecord();
+    page.column()->toggle(1);
+    auto *recovery = child<MSpinBox>(&page, "recoverySpeed");
+    auto *hold = child<MSpinBox>(&page, "holdSpeed");
+    QTRY_VERIFY(recovery->isVisible());
+
+    // Bytes 100 and 255: 82 s and 237 s, shown and written back as they are.
+    page.slot_information(ThrottleHoldData, hex("000000000a64ff"));
+    QCOMPARE(recovery->currentValue(), 82.0);
+    QCOMPARE(hold->currentValue(), 237.0);
+    QCOMPARE(page.collectPayloads().at(2).toHex(), QByteArray("000000000a64ff"));
+
+    // From 2.0 s the next step up is 3 s, from 3 s the next step down 2.0 s;
+    // below 2 s the steps are tenths.
+    page.slot_information(ThrottleHoldData, hex("000000000a1415"));
+    step(recovery, true);
+    QCOMPARE(recovery->currentValue(), 3.0);
+    step(hold, false);
+    QCOMPARE(hold->currentValue(), 2.0);
+    step(hold, false);
+    QCOMPARE(hold->currentValue(), 1.9);
+    QCOMPARE(page.collectPayloads().at(2).toHex(), QByteArray("000000000a1513"));
+    recovery->slot_calculatorMsg(4.5); // typed: the whole second above
+    QCOMPARE(recovery->currentValue(), 5.0);
+    QCOMPARE(page.collectPayloads().at(2).toHex(), QByteArray("000000000a1713"));
 }
 
 QTEST_MAIN(TestSectionPages)

@@ -72,6 +72,8 @@ private Q_SLOTS:
     void valuesTravelAsTheUnitReadsThem();
     void fragmentIsByteExact();
     void controlFlagsAreOnOrOff();
+    void speedsLandOnWhatTheUnitKeeps_data();
+    void speedsLandOnWhatTheUnitKeeps();
     void batteryTexts_data();
     void batteryTexts();
 };
@@ -213,6 +215,38 @@ void TestComprehensiveCodec::controlFlagsAreOnOrOff()
     written.sbusControl[2][1] = 0;
     QCOMPARE(
         RecordDiff::differences(read, written), QStringList { "SBUS control set 3 value 2: on \u2192 off" });
+}
+
+void TestComprehensiveCodec::speedsLandOnWhatTheUnitKeeps_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<double>("landed");
+    QTest::addColumn<int>("byte");
+    QTest::newRow("tenth up") << 1.5 << 1.6 << 1.6 << 16;
+    QTest::newRow("tenth down") << 0.7 << 0.6 << 0.6 << 6;
+    QTest::newRow("up from 2 s to 3 s") << 2.0 << 2.1 << 3.0 << 21;
+    QTest::newRow("down from 3 s to 2 s") << 3.0 << 2.9 << 2.0 << 20;
+    QTest::newRow("up from 3 s to 4 s") << 3.0 << 3.1 << 4.0 << 22;
+    QTest::newRow("down from 82 s") << 82.0 << 81.9 << 81.0 << 99;
+    QTest::newRow("typed 2.5 from below") << 1.0 << 2.5 << 3.0 << 21;
+    QTest::newRow("typed 2.5 from above") << 9.0 << 2.5 << 2.0 << 20;
+    QTest::newRow("typed 1.25 from below") << 0.0 << 1.25 << 1.3 << 13;
+    QTest::newRow("typed 7.5 unchanged from itself") << 7.5 << 7.5 << 7.0 << 25;
+    QTest::newRow("the longest") << 200.0 << 999.0 << 237.0 << 255;
+    QTest::newRow("below zero") << 1.0 << -4.0 << 0.0 << 0;
+}
+
+void TestComprehensiveCodec::speedsLandOnWhatTheUnitKeeps()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(double, landed);
+    QFETCH(int, byte);
+    const double speed = ComprehensiveCodec::speedToward(from, to);
+    QCOMPARE(speed, landed);
+    QCOMPARE(ComprehensiveCodec::speedByte(speed), byte);
+    QCOMPARE(ComprehensiveCodec::storedSpeed(speed), landed);
 }
 
 void TestComprehensiveCodec::batteryTexts_data()
