@@ -193,17 +193,25 @@ void ButtonConfig::fillKeySelector(QComboBox *selector, int key) const
     selector->clear();
     selector->addItems(record().keyMapNames);
     // The list ends with "NONE", which the unit calls 255. A key beyond the
-    // list selects nothing, and the record keeps it until the user picks one.
-    if (key == kNoSelection)
+    // list (a unit or file with more keys) is shown by its number after the
+    // names, and goes out unchanged until the user picks another.
+    if (key == kNoSelection) {
         selector->setCurrentIndex(selector->count() - 1);
-    else
-        selector->setCurrentIndex(key >= 0 && key < selector->count() ? key : -1);
+    } else if (key >= 0 && key < selector->count()) {
+        selector->setCurrentIndex(key);
+    } else {
+        selector->addItem(QStringLiteral("#%1").arg(key), key);
+        selector->setCurrentIndex(selector->count() - 1);
+    }
 }
 
 int ButtonConfig::keyOf(const QComboBox *selector, int fallback)
 {
     if (selector->currentText() == QLatin1String(kNone))
         return kNoSelection;
+    const QVariant beyond = selector->currentData();
+    if (beyond.isValid())
+        return beyond.toInt();
     return selector->currentIndex() >= 0 ? selector->currentIndex() : fallback;
 }
 

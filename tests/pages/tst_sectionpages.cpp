@@ -83,6 +83,7 @@ private Q_SLOTS:
     void writeAllSendsWhatThePagesShow();
     void controlFlagsAreOneOrZeroAfterAWrite();
     void speedsShowAndStepInWhatTheUnitKeeps();
+    void keysBeyondTheListShowTheirNumber();
 
 private:
     TestHost m_host;
@@ -447,6 +448,34 @@ void TestSectionPages::speedsShowAndStepInWhatTheUnitKeeps()
     recovery->slot_calculatorMsg(4.5); // typed: the whole second above
     QCOMPARE(recovery->currentValue(), 5.0);
     QCOMPARE(page.collectPayloads().at(2).toHex(), QByteArray("000000000a1713"));
+}
+
+// The model's list has six keys; a unit or file naming key 31 or 40 shows
+// the number and sends it back unchanged until the user picks another.
+void TestSectionPages::keysBeyondTheListShowTheirNumber()
+{
+    ButtonConfig page;
+    page.refreshFromRecord();
+    page.slot_information(KeyCombinationData, hex("1f0105ffff00ffff00ffff00ffff00"));
+    page.slot_information(SuperKeyData,
+        hex("28ffffffffff"
+            "000000000000"
+            "0a0000000000"
+            "ffffffffffff"
+            "000000000000"
+            "000000000000"));
+    auto *first = child<QComboBox>(&page, "ckey1_key1");
+    QCOMPARE(first->currentText(), QStringLiteral("#31"));
+    QCOMPARE(child<QComboBox>(&page, "sckey1_key1")->currentText(), QStringLiteral("#40"));
+    QVERIFY(page.fileFragment().startsWith("<ckeyMap>31,1,5;255,255,0;"));
+    QList<QByteArray> payloads = page.collectPayloads();
+    QCOMPARE(payloads.at(0).left(3).toHex(), QByteArray("1f0105"));
+    QCOMPARE(payloads.at(1).left(1).toHex(), QByteArray("28"));
+
+    first->setCurrentIndex(1); // F2
+    payloads = page.collectPayloads();
+    QCOMPARE(payloads.at(0).left(3).toHex(), QByteArray("010105"));
+    QCOMPARE(m_host.data.ckeyMap[0][0], 1);
 }
 
 QTEST_MAIN(TestSectionPages)
