@@ -62,6 +62,88 @@ int drag(SectionColumn *column, int by)
     return by;
 }
 
+// A press in the box of a drawn check box or radio item.
+void clickItem(QWidget *page, const QString &name)
+{
+    auto *item = child<MCheckBox>(page, name);
+    QTest::mouseClick(item, Qt::LeftButton, {}, QPoint(item->height() / 2, item->height() / 2));
+}
+
+// Every control of the button page set to a value of its own.
+void editEveryButtonControl(ButtonConfig &page)
+{
+    const int keys[5][2] = { { 0, 1 }, { 2, 6 }, { 6, 3 }, { 4, 5 }, { 5, 0 } }; // 6: "NONE"
+    for (int i = 0; i < 5; ++i) {
+        for (int k = 0; k < 2; ++k)
+            child<QComboBox>(&page, QStringLiteral("ckey%1_key%2").arg(i + 1).arg(k + 1))
+                ->setCurrentIndex(keys[i][k]);
+        child<MSpinBox>(&page, QStringLiteral("ckey%1_step").arg(i + 1))->setM_currentValue(11 * (i + 1));
+    }
+    const int superKeys[2][6] = { { 1, 2, 3, 4, 5, 6 }, { 6, 0, 5, 4, 3, 2 } };
+    const int values[2][6] = { { -150, -99, -1, 0, 1, 150 }, { 12, -34, 56, -78, 90, -120 } };
+    for (int key = 0; key < 2; ++key) {
+        for (int j = 0; j < 6; ++j) {
+            const QString n = QStringLiteral("sckey%1_").arg(key + 1);
+            child<QComboBox>(&page, n + QStringLiteral("key%1").arg(j + 1))
+                ->setCurrentIndex(superKeys[key][j]);
+            child<MSpinBox>(&page, n + QStringLiteral("value%1").arg(j + 1))
+                ->setM_currentValue(values[key][j]);
+        }
+    }
+    const int kinds[24] = { 2, 0, 1, 1, 2, 0, 0, 1, 2, 2, 1, 0, 1, 2, 0, 0, 2, 1, 2, 1, 0, 0, 1, 2 };
+    for (int k = 0; k < 24; ++k)
+        child<QComboBox>(&page, QStringLiteral("keyGear_%1").arg(k + 1))->setCurrentIndex(kinds[k]);
+}
+
+const char *const kEditedButtons[3] = {
+    "00010b02ff16ff0321"
+    "04052c050037",
+    "0102030405ff"
+    "010101000000"
+    "966301000196" // super key 1: keys, signs, magnitudes
+    "ff0005040302"
+    "000100010001"
+    "0c22384e5a78", // super key 2
+    "020001010200000102020100",
+};
+
+// Every control of the comprehensive page set to a value of its own; the
+// page is shown with every section open.
+void editEveryComprehensiveControl(ComprehensiveConfig &page)
+{
+    const int hid[8] = { 3, 8, 0, 7, 1, 6, 2, 5 };
+    for (int i = 0; i < 8; ++i)
+        child<QComboBox>(&page, QStringLiteral("hidMap_%1").arg(i + 1))->setCurrentIndex(hid[i]);
+    child<QComboBox>(&page, "hidOutput")->setCurrentIndex(1);
+    child<QComboBox>(&page, "throttle")->setCurrentIndex(3); // SC
+    clickItem(&page, "throttleGear_2");
+    child<MSpinBox>(&page, "throttleHoldValue")->setM_currentValue(-123);
+    child<MSpinBox>(&page, "recoverySpeed")->setM_currentValue(1.7);
+    child<MSpinBox>(&page, "holdSpeed")->setM_currentValue(9);
+    child<MSpinBox>(&page, "freeWarning")->setM_currentValue(42);
+    child<MSpinBox>(&page, "lowVoltage")->setM_currentValue(7.35);
+    child<QComboBox>(&page, "baud")->setCurrentIndex(3); // 38400
+    child<PhaseSwitch>(&page, "externalInput")->setM_index(0);
+    child<MCheckBox>(&page, "sbus1Output")->setM_checked(false);
+    child<MCheckBox>(&page, "sbus2Output")->setM_checked(true);
+    child<MSpinBox>(&page, "sbus1Priority")->setM_currentValue(9);
+    child<MSpinBox>(&page, "sbus2Priority")->setM_currentValue(4);
+    clickItem(&page, "sbus1Version_2");
+    clickItem(&page, "sbus2Version_1");
+    child<QComboBox>(&page, "sbusControl")->setCurrentIndex(2); // SB
+    const QVector<QVector<int>> options { { 1, 3 }, { 2, 3, 4 }, { 1, 2 } };
+    for (int set = 0; set < 3; ++set) {
+        clickItem(&page, QStringLiteral("sbusControlGear_%1").arg(set + 1));
+        for (int o : options.at(set))
+            clickItem(&page, QStringLiteral("sbusControlOption_%1").arg(o));
+    }
+    clickItem(&page, "sbusControlOption_4"); // the third set: (1, 1, 0, 1) ...
+    clickItem(&page, "sbusControlOption_4"); // ... and back to (1, 1, 0, 0)
+}
+
+const char *const kEditedComprehensive[11] = { "0308000701060205", "01", "000201017b111b", "2a", "0723",
+    "00960000", "01", "01", "49", "60", "01010110111100" };
+
 } // namespace
 
 class TestSectionPages : public QObject
@@ -84,6 +166,12 @@ private Q_SLOTS:
     void controlFlagsAreOneOrZeroAfterAWrite();
     void speedsShowAndStepInWhatTheUnitKeeps();
     void keysBeyondTheListShowTheirNumber();
+    void everyButtonControlReachesItsByte();
+    void buttonAnswerLeavesTheEditsOfOtherFields_data();
+    void buttonAnswerLeavesTheEditsOfOtherFields();
+    void everyComprehensiveControlReachesItsByte();
+    void comprehensiveAnswerLeavesTheEditsOfOtherFields_data();
+    void comprehensiveAnswerLeavesTheEditsOfOtherFields();
 
 private:
     TestHost m_host;
@@ -476,6 +564,143 @@ void TestSectionPages::keysBeyondTheListShowTheirNumber()
     payloads = page.collectPayloads();
     QCOMPARE(payloads.at(0).left(3).toHex(), QByteArray("010105"));
     QCOMPARE(m_host.data.ckeyMap[0][0], 1);
+}
+
+static QList<QByteArray> hexList(const char *const *texts, int count)
+{
+    QList<QByteArray> list;
+    for (int i = 0; i < count; ++i)
+        list << QByteArray(texts[i]);
+    return list;
+}
+
+static QList<QByteArray> toHex(const QList<QByteArray> &payloads)
+{
+    QList<QByteArray> list;
+    for (const QByteArray &p : payloads)
+        list << p.toHex();
+    return list;
+}
+
+void TestSectionPages::everyButtonControlReachesItsByte()
+{
+    ButtonConfig page;
+    page.refreshFromRecord();
+    editEveryButtonControl(page);
+    QCOMPARE(toHex(page.collectPayloads()), hexList(kEditedButtons, 3));
+    QCOMPARE(page.fileFragment(),
+        QStringLiteral(
+            "<ckeyMap>0,1,11;2,255,22;255,3,33;4,5,44;5,0,55;</ckeyMap>\r\n"
+            "<sckeyMap>1,2,3,4,5,255,-150,-99,-1,0,1,150;255,0,5,4,3,2,12,-34,56,-78,90,-120;</sckeyMap>\r\n"
+            "<keyGear>2,0,1,1,2,0,0,1,2,2,1,0,1,2,0,0,2,1,2,1,0,0,1,2;</keyGear>\r\n"));
+}
+
+// An answer carries its own group only; the user's edits of the others stay.
+void TestSectionPages::buttonAnswerLeavesTheEditsOfOtherFields_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("answered"); // the payload the answer replaces, -1 none
+    QTest::newRow("combination keys")
+        << int(KeyCombinationData) << hex("01000f030214ff051e040528000132") << 0;
+    QTest::newRow("super keys") << int(SuperKeyData)
+                                << hex("000102030405"
+                                       "000000010101"
+                                       "010203040506"
+                                       "050403020100"
+                                       "010000000000"
+                                       "0a141e28323c")
+                                << 1;
+    QTest::newRow("key kinds") << int(KeyAttributeData) << hex("000102000102000102000102") << 2;
+    QTest::newRow("channel report") << int(ChannelDataReport) << QByteArray(64, '\x10') << -1;
+    QTest::newRow("combination keys of 16 bytes")
+        << int(KeyCombinationData) << hex("01000f030214ff051e04052800013200") << -1;
+}
+
+void TestSectionPages::buttonAnswerLeavesTheEditsOfOtherFields()
+{
+    QFETCH(int, code);
+    QFETCH(QByteArray, answer);
+    QFETCH(int, answered);
+    ButtonConfig page;
+    page.refreshFromRecord();
+    editEveryButtonControl(page);
+    page.slot_information(CodeID(code), answer);
+    QList<QByteArray> expected = hexList(kEditedButtons, 3);
+    if (answered >= 0)
+        expected[answered] = answer.toHex();
+    QCOMPARE(toHex(page.collectPayloads()), expected);
+}
+
+void TestSectionPages::everyComprehensiveControlReachesItsByte()
+{
+    ComprehensiveConfig page;
+    page.resize(1000, 2400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    page.refreshFromRecord();
+    for (int s = 0; s < 6; ++s)
+        page.column()->toggle(s);
+    editEveryComprehensiveControl(page);
+    QCOMPARE(toHex(page.collectPayloads()), hexList(kEditedComprehensive, 11));
+    QCOMPARE(page.fileFragment(),
+        QStringLiteral("<hidMap>3,8,0,7,1,6,2,5;</hidMap>\r\n"
+                       "<hidOutput>1</hidOutput>\r\n"
+                       "<throttleHoldSwitch>2</throttleHoldSwitch>\r\n"
+                       "<throttleData>1,-123,1.7,9;</throttleData>\r\n"
+                       "<freeWarning>42</freeWarning>\r\n"
+                       "<lowVoltage>7.35</lowVoltage>\r\n"
+                       "<baud>38400</baud>\r\n"
+                       "<externalInput>1</externalInput>\r\n"
+                       "<sbusOutput>0,1;</sbusOutput>\r\n"
+                       "<sbusPriority>73</sbusPriority>\r\n"
+                       "<sbusVersion>96</sbusVersion>\r\n"
+                       "<sbusControlSwitch>1</sbusControlSwitch>\r\n"
+                       "<sbusControl-0>1,0,1,0;</sbusControl-0>\r\n"
+                       "<sbusControl-1>0,1,1,1;</sbusControl-1>\r\n"
+                       "<sbusControl-2>1,1,0,0;</sbusControl-2>\r\n"));
+}
+
+void TestSectionPages::comprehensiveAnswerLeavesTheEditsOfOtherFields_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("answered"); // the payload the answer replaces, -1 none
+    QTest::newRow("HID mapping") << int(HidMappingData) << hex("0001020304050607") << 0;
+    QTest::newRow("HID mode") << int(HidOutputData) << hex("00") << 1;
+    QTest::newRow("throttle hold") << int(ThrottleHoldData) << hex("00000000050519") << 2;
+    QTest::newRow("idle warning") << int(IdleWarningData) << hex("07") << 3;
+    QTest::newRow("low voltage") << int(LowVoltageData) << hex("0705") << 4;
+    QTest::newRow("baud") << int(BaudData) << hex("00c20100") << 5;
+    QTest::newRow("external input") << int(ExternalSbusInputData) << hex("00") << 6;
+    QTest::newRow("SBUS outputs") << int(SbusOutputData) << hex("02") << 7;
+    QTest::newRow("priorities") << int(Group30) << hex("21") << 8;
+    QTest::newRow("protocols") << int(Group32) << hex("90") << 9;
+    QTest::newRow("SBUS control") << int(Group34) << hex("00110001101011") << 10;
+    QTest::newRow("channel report") << int(ChannelDataReport) << QByteArray(64, '\x10') << -1;
+    QTest::newRow("battery") << int(BatteryData) << hex("0705503c805a") << -1;
+    QTest::newRow("device found") << int(SearchDevicesData) << QByteArray("\x00\x01RX-1\r\nfirst", 13) << -1;
+    QTest::newRow("throttle hold of 6 bytes") << int(ThrottleHoldData) << hex("000000000505") << -1;
+}
+
+void TestSectionPages::comprehensiveAnswerLeavesTheEditsOfOtherFields()
+{
+    QFETCH(int, code);
+    QFETCH(QByteArray, answer);
+    QFETCH(int, answered);
+    ComprehensiveConfig page;
+    page.resize(1000, 2400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    page.refreshFromRecord();
+    for (int s = 0; s < 6; ++s)
+        page.column()->toggle(s);
+    editEveryComprehensiveControl(page);
+    page.slot_information(CodeID(code), answer);
+    QList<QByteArray> expected = hexList(kEditedComprehensive, 11);
+    if (answered >= 0)
+        expected[answered] = answer.toHex();
+    QCOMPARE(toHex(page.collectPayloads()), expected);
 }
 
 QTEST_MAIN(TestSectionPages)
