@@ -153,6 +153,7 @@ QWidget *ButtonConfig::buildKeyKinds()
         const int column = 2 * (k % kKindColumns);
         QComboBox *selector = SectionWidgets::selector(body, QStringLiteral("keyGear_%1").arg(k + 1));
         selector->addItems({ tr("单态"), tr("双态"), tr("三态") });
+        SectionWidgets::fitItems(selector);
         m_keyKinds[size_t(k)] = selector;
         grid->addWidget(SectionWidgets::caption(QStringLiteral("Button_%1").arg(k + 1), body), row, column);
         grid->addWidget(selector, row, column + 1);

@@ -18,6 +18,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -155,6 +156,7 @@ private Q_SLOTS:
     void dropDownOpensAndClosesItsSection_data();
     void dropDownOpensAndClosesItsSection();
     void draggingScrollsToTheEndAndNoFurther();
+    void scrollBarShowsThatTheColumnContinues();
     void keySelectorsShowAndSendNoneAs255();
     void throttleHoldAnswers_data();
     void throttleHoldAnswers();
@@ -266,6 +268,42 @@ void TestSectionPages::draggingScrollsToTheEndAndNoFurther()
     for (int s = 0; s < column->sectionCount(); ++s)
         column->toggle(s);
     drag(column, 150);
+    QCOMPARE(column->scrollOffset(), 0);
+}
+
+// At 1024 x 600 an opened section may lie wholly below the page: a scroll
+// bar at the side says that the column goes on, and moves it.
+void TestSectionPages::scrollBarShowsThatTheColumnContinues()
+{
+    ButtonConfig page;
+    page.resize(1024, 420);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    SectionColumn *column = page.column();
+    auto *bar = column->findChild<QScrollBar *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(bar);
+    QVERIFY(!bar->isVisible()); // three headers fit
+
+    column->toggle(0);
+    column->toggle(2);
+    const int end = column->contentHeight() - column->height();
+    QVERIFY(end > 100);
+    QTRY_VERIFY(bar->isVisible());
+    QCOMPARE(bar->maximum(), end);
+    QCOMPARE(bar->value(), 0);
+    QVERIFY(bar->geometry().right() == column->width() - 1);
+    // No section lies under the bar.
+    QVERIFY(column->body(0)->geometry().right() < bar->x());
+
+    drag(column, 80);
+    QCOMPARE(bar->value(), 80);
+    bar->setValue(end);
+    QCOMPARE(column->scrollOffset(), end);
+    QVERIFY(column->body(2)->geometry().bottom() < column->height());
+
+    column->toggle(0);
+    column->toggle(2);
+    QVERIFY(!bar->isVisible());
     QCOMPARE(column->scrollOffset(), 0);
 }
 
