@@ -183,8 +183,12 @@ void MainWindow::identify(const QString &identifier)
     // The same unit back after a reconnect keeps the record as it stood;
     // setting the hub up again would load the model's defaults over it.
     const bool keepRecord = m_reconnected && model == m_modelIndex;
-    m_reconnected = false;
     const DeviceData kept = m_data;
+    // A reconnect starts from fresh name lists: the SBUS control names are
+    // otherwise appended to on every load of a model file.
+    if (m_reconnected)
+        m_data.sbusControlNames.clear();
+    m_reconnected = false;
     // A backup holds only what this unit said since it was identified.
     m_unitRecord = DeviceData();
     m_unitRecord.m_module = m_data.m_module;

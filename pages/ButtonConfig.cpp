@@ -153,6 +153,7 @@ QWidget *ButtonConfig::buildKeyKinds()
         const int column = 2 * (k % kKindColumns);
         QComboBox *selector = SectionWidgets::selector(body, QStringLiteral("keyGear_%1").arg(k + 1));
         selector->addItems({ tr("单态"), tr("双态"), tr("三态") });
+        SectionWidgets::fitItems(selector);
         m_keyKinds[size_t(k)] = selector;
         grid->addWidget(SectionWidgets::caption(QStringLiteral("Button_%1").arg(k + 1), body), row, column);
         grid->addWidget(selector, row, column + 1);
@@ -193,17 +194,25 @@ void ButtonConfig::fillKeySelector(QComboBox *selector, int key) const
     selector->clear();
     selector->addItems(record().keyMapNames);
     // The list ends with "NONE", which the unit calls 255. A key beyond the
-    // list selects nothing, and the record keeps it until the user picks one.
-    if (key == kNoSelection)
+    // list (a unit or file with more keys) is shown by its number after the
+    // names, and goes out unchanged until the user picks another.
+    if (key == kNoSelection) {
         selector->setCurrentIndex(selector->count() - 1);
-    else
-        selector->setCurrentIndex(key >= 0 && key < selector->count() ? key : -1);
+    } else if (key >= 0 && key < selector->count()) {
+        selector->setCurrentIndex(key);
+    } else {
+        selector->addItem(QStringLiteral("#%1").arg(key), key);
+        selector->setCurrentIndex(selector->count() - 1);
+    }
 }
 
 int ButtonConfig::keyOf(const QComboBox *selector, int fallback)
 {
     if (selector->currentText() == QLatin1String(kNone))
         return kNoSelection;
+    const QVariant beyond = selector->currentData();
+    if (beyond.isValid())
+        return beyond.toInt();
     return selector->currentIndex() >= 0 ? selector->currentIndex() : fallback;
 }
 
@@ -273,7 +282,9 @@ QList<QByteArray> ButtonConfig::collectPayloads()
 
 QList<QByteArray> ButtonConfig::payloadsFromRecord()
 {
-    return ButtonCodec::payloads(ButtonCodec::Settings::fromRecord(record()), model());
+    // The write-all sends what the page shows, as a write of the page does:
+    // a file's values beyond the controls' bounds go out as shown.
+    return collectPayloads();
 }
 
 QString ButtonConfig::fileFragment()

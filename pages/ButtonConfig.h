@@ -28,6 +28,7 @@ public:
 
     void refreshFromRecord() override;
     QList<QByteArray> collectPayloads() override;
+    // The write-all takes the page's controls, as collectPayloads().
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
 

@@ -29,7 +29,6 @@ namespace
 const char kNone[] = "NONE";
 constexpr int kHidColumns = 4;
 constexpr int kControlOptions = 4;
-constexpr double kMaxSpeedSeconds = 30.0;
 constexpr double kFallbackMaxVolts = 25.5;
 
 enum Section { Hid, ThrottleHold, Buzzer, Baud, Sbus, About };
@@ -152,9 +151,16 @@ QWidget *ComprehensiveConfig::buildThrottleHold()
     connect(m_holdValue, &MSpinBox::currentValueChanged, this,
         &ComprehensiveConfig::slot_throttleHoldValueChanged);
 
-    m_recoverySpeed
-        = SectionWidgets::spinBox(body, QStringLiteral("recoverySpeed"), 0.0, kMaxSpeedSeconds, 1);
-    m_holdSpeed = SectionWidgets::spinBox(body, QStringLiteral("holdSpeed"), 0.0, kMaxSpeedSeconds, 1);
+    // The speeds reach as far as their byte does, and step only through
+    // what it can hold: tenths up to 2.0 s, whole seconds from 3 s.
+    m_recoverySpeed = SectionWidgets::spinBox(
+        body, QStringLiteral("recoverySpeed"), 0.0, ComprehensiveCodec::maxSpeed(), 1);
+    m_holdSpeed
+        = SectionWidgets::spinBox(body, QStringLiteral("holdSpeed"), 0.0, ComprehensiveCodec::maxSpeed(), 1);
+    connect(m_recoverySpeed, &MSpinBox::currentValueChanged, this,
+        [this]() { keepSpeedStorable(m_recoverySpeed, m_shownSpeeds[0]); });
+    connect(m_holdSpeed, &MSpinBox::currentValueChanged, this,
+        [this]() { keepSpeedStorable(m_holdSpeed, m_shownSpeeds[1]); });
     grid->addWidget(caption(tr("恢复速度(S) :"), body), 3, 0);
     grid->addWidget(m_recoverySpeed, 3, 1);
     grid->addWidget(caption(tr("保持速度(S) :"), body), 3, 2);
@@ -387,21 +393,42 @@ void ComprehensiveConfig::slot_throttleHoldValueChanged()
     m_throttleBar->setM_hold(qRound(m_holdValue->currentValue()));
 }
 
-void ComprehensiveConfig::on_throttle_currentIndexChanged(int index)
+void ComprehensiveConfig::armThrottleHold(bool armed)
 {
     // Without a switch there is no hold: the positions take no clicks and
     // the bar shows no marker.
-    const bool armed = index > 0;
     for (MCheckBox *item : m_throttleGears) {
         item->setM_checkEnable(armed);
         if (!armed)
             item->setM_checked(false);
     }
+    m_throttleBar->setM_throttleEnable(armed);
+}
+
+void ComprehensiveConfig::on_throttle_currentIndexChanged(int index)
+{
+    // A switch the user picks starts at the record's position, or the first.
+    const bool armed = index > 0;
+    armThrottleHold(armed);
     if (armed && SectionWidgets::checkedIndex(m_throttleGears) < 0) {
         const int mode = record().throttleData;
         m_throttleGears.at(mode >= 0 && mode < 3 ? mode : 0)->setM_checked(true);
     }
-    m_throttleBar->setM_throttleEnable(armed);
+}
+
+void ComprehensiveConfig::keepSpeedStorable(MSpinBox *box, double &shown)
+{
+    const double value = box->currentValue();
+    shown = ComprehensiveCodec::speedToward(shown, value);
+    if (shown != value)
+        box->setM_currentValue(shown); // comes back here with a storable value
+}
+
+void ComprehensiveConfig::showSpeed(MSpinBox *box, double &shown, double seconds)
+{
+    // What the unit keeps of the value (a file may hold 2.5 s: 2.0 s).
+    shown = ComprehensiveCodec::storedSpeed(seconds);
+    box->setM_currentValue(shown);
 }
 
 void ComprehensiveConfig::on_sbusControl_currentIndexChanged(int index)
@@ -422,11 +449,7 @@ int ComprehensiveConfig::shownControlSet() const
 
 int ComprehensiveConfig::shownOption(int option) const
 {
-    // An option left on keeps the value the unit gave it (its high-nibble
-    // flags read as 16), so that a file saved after a read says what the
-    // unit said; one the user switched on becomes 1.
-    const int held = m_controlSets[m_shownSet][option];
-    return m_controlOptions[size_t(option)]->checked() ? (held != 0 ? held : 1) : 0;
+    return m_controlOptions[size_t(option)]->checked() ? 1 : 0;
 }
 
 void ComprehensiveConfig::keepControlSet()
@@ -490,18 +513,21 @@ void ComprehensiveConfig::showThrottleHold()
     if (d.throttleIndex == kNoSelection) {
         // No switch: the positions, the hold value and the bar with its
         // marker are cleared.
-        on_throttle_currentIndexChanged(0);
+        armThrottleHold(false);
         m_holdValue->setM_currentValue(0.0);
         m_throttleBar->setM_val(0);
         m_throttleBar->setM_hold(0);
     } else {
+        // A mode the unit does not know (3 or more) checks no position; the
+        // write then sends mode 2.
+        const bool armed = m_throttle->currentIndex() > 0;
+        armThrottleHold(armed);
         for (int k = 0; k < 3; ++k)
-            m_throttleGears.at(k)->setM_checked(k == d.throttleData);
-        on_throttle_currentIndexChanged(m_throttle->currentIndex());
+            m_throttleGears.at(k)->setM_checked(armed && k == d.throttleData);
         m_holdValue->setM_currentValue(d.throttleDataValues[0]);
     }
-    m_recoverySpeed->setM_currentValue(d.throttleDataValues[1]);
-    m_holdSpeed->setM_currentValue(d.throttleDataValues[2]);
+    showSpeed(m_recoverySpeed, m_shownSpeeds[0], d.throttleDataValues[1]);
+    showSpeed(m_holdSpeed, m_shownSpeeds[1], d.throttleDataValues[2]);
 }
 
 void ComprehensiveConfig::showWarnings()
@@ -640,6 +666,9 @@ Settings ComprehensiveConfig::shownSettings() const
 
 QList<QByteArray> ComprehensiveConfig::collectPayloads()
 {
+    // The shown control set is kept as its check boxes say, 1 or 0 (a
+    // high-nibble flag of the unit reads as 16 until then).
+    keepControlSet();
     const Settings s = shownSettings();
     s.storeWritten(record());
     return ComprehensiveCodec::payloads(s);
@@ -647,12 +676,10 @@ QList<QByteArray> ComprehensiveConfig::collectPayloads()
 
 QList<QByteArray> ComprehensiveConfig::payloadsFromRecord()
 {
-    Settings s = Settings::fromRecord(record());
-    // A parameter file may name a rate the unit does not offer; the page
-    // kept its selection then, and that is the rate that goes out.
-    if (!ComprehensiveCodec::baudTexts().contains(s.baudText))
-        s.baudText = m_baud->currentText();
-    return ComprehensiveCodec::payloads(s);
+    // The write-all sends what the page shows, as a write of the page does:
+    // a file's values beyond the controls' bounds (or a rate the unit does
+    // not offer) go out as shown.
+    return collectPayloads();
 }
 
 QString ComprehensiveConfig::fileFragment()

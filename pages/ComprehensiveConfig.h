@@ -40,6 +40,7 @@ public:
 
     void refreshFromRecord() override;
     QList<QByteArray> collectPayloads() override;
+    // The write-all takes the page's controls, as collectPayloads().
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
 
@@ -72,6 +73,9 @@ private:
     void showHidMapping();
     void showHidOutput();
     void showThrottleHold();
+    void armThrottleHold(bool armed);
+    void keepSpeedStorable(MSpinBox *box, double &shown);
+    void showSpeed(MSpinBox *box, double &shown, double seconds);
     void showWarnings();
     void showBaud();
     void showExternalInput();
@@ -97,6 +101,7 @@ private:
     MSpinBox *m_holdValue = nullptr;
     MSpinBox *m_recoverySpeed = nullptr;
     MSpinBox *m_holdSpeed = nullptr;
+    double m_shownSpeeds[2] = {}; // recovery and hold speed, as last shown
     SbusChannel *m_throttleBar = nullptr;
 
     MSpinBox *m_freeWarning = nullptr;

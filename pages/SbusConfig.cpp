@@ -138,6 +138,19 @@ void SbusConfig::fillSelector(QComboBox *selector, int mapped)
 
 void SbusConfig::refresh(int port)
 {
+    showTuning(port);
+    showFixedValues(port);
+}
+
+void SbusConfig::showFixedValues(int port)
+{
+    const DeviceData &d = record();
+    for (int c = 0; c < kChannels; ++c)
+        m_rows[size_t(c)].fixed->setM_currentValue(d.noneValue[port][c]);
+}
+
+void SbusConfig::showTuning(int port)
+{
     const DeviceData &d = record();
     for (int c = 0; c < kChannels; ++c) {
         Row &row = m_rows[size_t(c)];
@@ -158,7 +171,6 @@ void SbusConfig::refresh(int port)
             row.failsafe->setM_currentValue(d.safeProtectionState[port][c] == 1 ? -magnitude : magnitude);
         }
         fillSelector(row.map, d.channelMap[port][c]);
-        row.fixed->setM_currentValue(d.noneValue[port][c]);
         updateFixedValue(c);
     }
 }
@@ -214,12 +226,14 @@ QString SbusConfig::fileFragment()
 
 void SbusConfig::slot_information(CodeID code, QByteArray data)
 {
-    int port = -1;
-    if (code == SbusTuningData)
-        port = SbusCodec::decodeTuning(data, record());
-    else if (code == SbusNoneData)
-        port = SbusCodec::decodeNone(data, record());
-    // An answer for the other port only changes the record.
-    if (port == m_port)
-        refresh(m_port);
+    // An answer shows only what it carries, and only on its own port: the
+    // user's edits of the other fields stay. One for the other port only
+    // changes the record.
+    if (code == SbusTuningData) {
+        if (SbusCodec::decodeTuning(data, record()) == m_port)
+            showTuning(m_port);
+    } else if (code == SbusNoneData) {
+        if (SbusCodec::decodeNone(data, record()) == m_port)
+            showFixedValues(m_port);
+    }
 }

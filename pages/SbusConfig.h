@@ -50,6 +50,10 @@ private:
     };
 
     void buildRows(QWidget *grid);
+    // The fields of the tuning answer (all but the fixed values), and the
+    // fixed values.
+    void showTuning(int port);
+    void showFixedValues(int port);
     void collect(int port);
     void fillSelector(QComboBox *selector, int mapped);
     void updateFixedValue(int channel);

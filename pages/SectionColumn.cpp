@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 namespace
@@ -20,6 +21,11 @@ SectionColumn::SectionColumn(QWidget *parent)
 {
     Q_INIT_RESOURCE(page_icons);
     setObjectName(QStringLiteral("sectionColumn"));
+    m_scrollBar = new QScrollBar(Qt::Vertical, this);
+    m_scrollBar->setObjectName(QStringLiteral("columnScrollBar"));
+    m_scrollBar->setFocusPolicy(Qt::NoFocus);
+    m_scrollBar->hide();
+    connect(m_scrollBar, &QScrollBar::valueChanged, this, &SectionColumn::setScrollOffset);
 }
 
 int SectionColumn::addSection(const QString &headerName, const QString &headerText, QWidget *body)
@@ -127,7 +133,23 @@ void SectionColumn::relayout()
     const int room = contentHeight() - height();
     m_offset = room > 0 ? qBound(0, m_offset, room) : 0;
     int y = -m_offset;
-    const int w = width();
+    int w = width();
+    // Only a column taller than the page shows the bar; the sections then
+    // leave it its room.
+    if (room > 0) {
+        const int bar = m_scrollBar->sizeHint().width();
+        const QSignalBlocker block(m_scrollBar);
+        m_scrollBar->setRange(0, room);
+        m_scrollBar->setPageStep(height());
+        m_scrollBar->setSingleStep(headerHeight());
+        m_scrollBar->setValue(m_offset);
+        m_scrollBar->setGeometry(w - bar, 0, bar, height());
+        m_scrollBar->show();
+        m_scrollBar->raise();
+        w -= bar + kSectionGap;
+    } else {
+        m_scrollBar->hide();
+    }
     for (int i = 0; i < m_sections.size(); ++i) {
         const Section &s = m_sections.at(i);
         s.header->setGeometry(0, y, w, headerHeight());

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QPushButton;
+class QScrollBar;
 
 // The body of the setting pages that are a column of collapsible sections
 // (button settings, comprehensive settings, custom output). Each section has
@@ -12,7 +13,8 @@ class QPushButton;
 // ":/button/image/takeBack.png" when open, ":/button/image/dropDown.png" when
 // closed. Open sections show their editors under their header, one section
 // under another. When the column is taller than the page it scrolls by
-// dragging (and by the wheel).
+// dragging (and by the wheel), and a scroll bar at its side shows that it
+// goes on (and moves it too).
 //
 // The pages keep their own slots for the drop-down buttons
 // (on_dropDownButton_<n>_clicked) and call toggle() from them.
@@ -64,6 +66,7 @@ private:
     int headerHeight() const;
 
     QVector<Section> m_sections;
+    QScrollBar *m_scrollBar = nullptr;
     int m_offset = 0;
     bool m_dragging = false;
     int m_lastY = 0;

@@ -4,7 +4,10 @@
 #include "MSpinBox.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QLabel>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QtMath>
 
 namespace SectionWidgets
@@ -35,6 +38,53 @@ QComboBox *selector(QWidget *parent, const QString &name, int minWidth)
     box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     box->setMinimumWidth(minWidth);
     return box;
+}
+
+namespace
+{
+
+void widenForItems(QComboBox *selector)
+{
+    int widest = 0;
+    for (int i = 0; i < selector->count(); ++i)
+        widest = qMax(widest, selector->fontMetrics().horizontalAdvance(selector->itemText(i)));
+    // What the frame and the arrow take of a selector's width, as its style
+    // (with the window's style sheet) lays it out.
+    constexpr int probe = 200;
+    QStyleOptionComboBox option;
+    option.initFrom(selector);
+    option.rect = QRect(0, 0, probe, selector->sizeHint().height());
+    const int field
+        = selector->style()
+              ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, selector)
+              .width();
+    // The style sheet's arrow sits partly over the field: a line's height of air.
+    const int air = selector->fontMetrics().height();
+    selector->setMinimumWidth(qMax(selector->minimumWidth(), widest + probe - field + air));
+}
+
+// Measures again once the style sheet of the window reaches the selector.
+class ItemFitter : public QObject
+{
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const QEvent::Type type = event->type();
+        if (type == QEvent::Polish || type == QEvent::StyleChange || type == QEvent::FontChange)
+            widenForItems(static_cast<QComboBox *>(watched));
+        return false;
+    }
+};
+
+} // namespace
+
+void fitItems(QComboBox *selector)
+{
+    selector->installEventFilter(new ItemFitter(selector));
+    widenForItems(selector);
 }
 
 MSpinBox *spinBox(QWidget *parent, const QString &name, double min, double max, int decimals)

@@ -22,6 +22,9 @@ QLabel *caption(const QString &text, QWidget *parent);
 
 // A selector as wide as its longest item.
 QComboBox *selector(QWidget *parent, const QString &name, int minWidth = 80);
+// Widens a selector so that its longest item shows whole beside the arrow
+// (the style sheet's frame is not counted by the selector itself).
+void fitItems(QComboBox *selector);
 
 MSpinBox *spinBox(QWidget *parent, const QString &name, double min, double max, int decimals = 0);
 

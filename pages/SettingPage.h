@@ -24,7 +24,8 @@ public:
     // Copies the controls into the record and returns the payloads of a write
     // of the shown section, in the order the write sends them.
     virtual QList<QByteArray> collectPayloads() = 0;
-    // The payloads of the write-all, built from the record.
+    // The payloads of the write-all (from the record, or from the controls
+    // where the page says so).
     virtual QList<QByteArray> payloadsFromRecord() = 0;
     // This page's elements of the parameter file.
     virtual QString fileFragment() = 0;

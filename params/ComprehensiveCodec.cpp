@@ -5,6 +5,7 @@
 #include "WireBytes.h"
 
 #include <algorithm>
+#include <cmath>
 
 using namespace WireBytes;
 
@@ -307,6 +308,33 @@ int speedByte(double seconds)
     return truncated(seconds) + kSpeedSecondsBase;
 }
 
+double maxSpeed()
+{
+    return speedFromByte(255);
+}
+
+double storedSpeed(double seconds)
+{
+    return speedFromByte(qBound(0, speedByte(qBound(0.0, seconds, maxSpeed())), 255));
+}
+
+double speedToward(double from, double to)
+{
+    const double value = qBound(0.0, to, maxSpeed());
+    const double kept = storedSpeed(value);
+    if (qAbs(kept - value) < kShownValueRoom || value == from)
+        return kept;
+    const double tenths = value * 10.0;
+    if (value > from) {
+        if (value <= 2.0)
+            return std::ceil(tenths - kShownValueRoom) / 10.0;
+        return qMax(3.0, std::ceil(value - kShownValueRoom));
+    }
+    if (value < 3.0)
+        return qMin(2.0, std::floor(tenths + kShownValueRoom) / 10.0);
+    return std::floor(value + kShownValueRoom);
+}
+
 QList<QByteArray> payloads(const Settings &s)
 {
     QByteArray hid;
@@ -346,9 +374,15 @@ QString fileFragment(const Settings &s)
         + line(QStringLiteral("sbusPriority"), QString::number(priorityByte(s.sbusPriority)))
         + line(QStringLiteral("sbusVersion"), QString::number(s.sbusVersion))
         + line(QStringLiteral("sbusControlSwitch"), QString::number(s.sbusControlSwitch));
-    for (int g = 0; g < kSbusControlSets; ++g)
-        text += line(QStringLiteral("sbusControl-%1").arg(g),
-            FileFragments::intList(s.sbusControl[g], 4) + QLatin1Char(';'));
+    // Each flag as its check box holds it, 1 or 0: the unit's high-nibble
+    // flags read as 16, and the window writes the shown set as 1 or 0.
+    for (int g = 0; g < kSbusControlSets; ++g) {
+        int flags[4];
+        for (int o = 0; o < 4; ++o)
+            flags[o] = s.sbusControl[g][o] != 0 ? 1 : 0;
+        text += line(
+            QStringLiteral("sbusControl-%1").arg(g), FileFragments::intList(flags, 4) + QLatin1Char(';'));
+    }
     return text;
 }
 

@@ -119,6 +119,14 @@ bool decodeSearchAnswer(const QByteArray &payload, QString *name, QString *detai
 // tenths of a second (0.0 to 2.0 s), 21 and up whole seconds from 3 s.
 double speedFromByte(int byte);
 int speedByte(double seconds);
+// The longest speed a byte holds (255: 237 s).
+double maxSpeed();
+// What the unit keeps of a speed: its byte read back (2.5 s keeps 2.0 s).
+double storedSpeed(double seconds);
+// The speed the unit can keep that an editor moving from `from` to `to`
+// lands on: upwards the next one at or above `to`, downwards the next one at
+// or below it (a step up from 2.0 s is 3 s, a step down from 3 s is 2.0 s).
+double speedToward(double from, double to);
 
 // The eleven write payloads in the order of the write: 0xC7, 0x18, 0xB7,
 // 0xE8, 0xEC, 0x14, 0x1A, 0xC5, 0x31, 0x33, 0x35.

@@ -222,17 +222,19 @@ const QHash<QString, Apply> &simpleElements()
 }
 
 // The eight texts of a default container, by position. Each is a formatted
-// scan; the fixed values then get the port's conversion, entry by entry,
-// for the entries the scan filled.
+// scan; the fixed values then get the port's conversion, entry by entry.
 void applyChannelGroups(int port, const QStringList &texts, DeviceData &data)
 {
     int(*groups[])[kChannels] = { data.phase, data.fineTuning, data.leftTrip, data.rightTrip,
         data.safeProtectionState, data.safeProtectionValue, data.channelMap, data.noneValue };
     for (int g = 0; g < texts.size(); ++g) {
-        const int filled = scanInts(texts.at(g), channelPattern(), groups[g][port], kChannels);
+        scanInts(texts.at(g), channelPattern(), groups[g][port], kChannels);
         if (groups[g] != data.noneValue)
             continue;
-        for (int c = 0; c < filled; ++c) {
+        // All sixteen entries go through the conversion, also those a scan
+        // stopped before: they are converted again as the record held them.
+        // The unit's files have always been read so; keep it.
+        for (int c = 0; c < kChannels; ++c) {
             int &value = data.noneValue[port][c];
             if (!(value & 0x80))
                 continue;

@@ -150,10 +150,10 @@ void comprehensive(Lines &l, const DeviceData &a, const DeviceData &b)
         l.add(QLatin1String(v.name), a.sbusVersion & v.bit, b.sbusVersion & v.bit, onOff);
     l.add(QStringLiteral("SBUS control switch"), a.sbusControlSwitch, b.sbusControlSwitch,
         [](int v) { return noneOr(v, kNoSelection); });
+    // Flags: a high-nibble flag of the unit reads as 16, the same flag from
+    // a file or the page as 1.
     for (int set = 0; set < kSbusControlSets; ++set) {
         for (int i = 0; i < 4; ++i)
-            // A flag is on when it is not zero: the unit reads its high-nibble
-            // flags back as 16, a file may say 1.
             l.add(QStringLiteral("SBUS control set %1 value %2").arg(set + 1).arg(i + 1),
                 a.sbusControl[set][i] != 0, b.sbusControl[set][i] != 0, onOff);
     }

@@ -4,11 +4,15 @@
 // hangs up is found again when a new one appears on the same port.
 #include "AppPaths.h"
 #include "ChannelListenInterface.h"
+#include "DeviceData.h"
 #include "MainWindow.h"
 #include "Messages.h"
+#include "ModelDefaults.h"
 #include "ModelInterface.h"
+#include "SettingPage.h"
 #include "VunitProcess.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -23,6 +27,7 @@ private Q_SLOTS:
     void cleanup();
     void windowSavesWhatTheCliBacksUpAndBacksUpBeforeWriting();
     void backupHoldsOnlyTheGroupsTheUnitAnswered();
+    void reconnectsToTheUnitThatAppearsOnThePort_data();
     void reconnectsToTheUnitThatAppearsOnThePort();
 };
 
@@ -124,8 +129,18 @@ void TestWindowBackupE2e::backupHoldsOnlyTheGroupsTheUnitAnswered()
     QCOMPARE(readFile(backups.filePath(names.first())).split('\n'), expected.split('\n'));
 }
 
+void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort_data()
+{
+    QTest::addColumn<QString>("second");
+    QTest::addColumn<int>("model");
+    QTest::newRow("another model") << "MAPLE" << 4;
+    QTest::newRow("the same model") << "CEDAR" << 2;
+}
+
 void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
 {
+    QFETCH(QString, second);
+    QFETCH(int, model);
     QTemporaryDir dir;
     VunitProcess first(dir.path());
     QVERIFY(first.start({ "--model", "CEDAR", "--hangup-after", "1000" }));
@@ -143,15 +158,25 @@ void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
     QTRY_VERIFY_WITH_TIMEOUT(window.centralWidget()->isAncestorOf(label), 5000);
     QVERIFY(label->isVisible());
 
-    VunitProcess second(dir.path());
-    QVERIFY(second.start({ "--model", "MAPLE" }));
-    QTRY_COMPARE_WITH_TIMEOUT(window.modelIndex(), 4, 15000);
-    QCOMPARE(window.centralWidget(), window.modelPage(4));
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--model", second }));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        window.modelIndex() == model && window.centralWidget() == window.modelPage(model), 15000);
     // The new unit's channel reports reach the page: its upload was started again.
     QSignalSpy spy(&window, &MainWindow::signal_information);
     QTRY_VERIFY_WITH_TIMEOUT(std::any_of(spy.cbegin(), spy.cend(),
         [](const QList<QVariant> &a) { return a.at(0).value<CodeID>() == ChannelDataReport; }), 5000);
-    QVERIFY(second.find(0xE5, QByteArray::fromHex("0232")) > second.find(0xFF));
+    QVERIFY(unit.find(0xE5, QByteArray::fromHex("0232")) > unit.find(0xFF));
+
+    // The SBUS control switch lists the model's names once: a reconnect
+    // starts from fresh lists.
+    DeviceData fresh;
+    QVERIFY(loadModelDefaults(modelDefaultsPath(model), fresh));
+    QTRY_VERIFY(window.hub());
+    auto *control = window.hub()->page(SectionComprehensive)->findChild<QComboBox *>("sbusControl");
+    QVERIFY(control);
+    QCOMPARE(control->count(), fresh.sbusControlNames.size());
+    QCOMPARE(control->itemText(control->count() - 1), fresh.sbusControlNames.last());
 }
 
 QTEST_MAIN(TestWindowBackupE2e)

@@ -30,6 +30,54 @@ void clickBox(MCheckBox *box)
     QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(h / 2, h / 2));
 }
 
+QByteArray hex(const char *text)
+{
+    return QByteArray::fromHex(text);
+}
+
+// Every control of port 2 set to a value of its own (see kEditedSbus).
+void editEverySbusControl(SbusConfig &page)
+{
+    const int trims[16] = { -125, 1, -2, 3, -4, 5, -6, 7, -8, 9, -10, 11, -12, 13, -14, 125 };
+    const int maps[16] = { 0, 1, 4, 3, 0, 1, 2, 4, 0, 1, 2, 3, 0, 4, 2, 3 }; // 4: "NONE"
+    for (int c = 1; c <= 16; ++c) {
+        const QString n = QString::number(c);
+        child<PhaseSwitch>(&page, "phase_" + n)->setM_index(c == 2 || c == 5 || c == 11 || c == 16 ? 1 : 0);
+        child<MSpinBox>(&page, "fineTuning_" + n)->setM_currentValue(trims[c - 1]);
+        child<MSpinBox>(&page, "leftTrip_" + n)->setM_currentValue(10 + c);
+        child<MSpinBox>(&page, "rightTrip_" + n)->setM_currentValue(150 - c);
+        auto *failsafe = child<MSpinBox>(&page, "safeProtection_" + n);
+        failsafe->setM_checked(c != 1 && c != 9);
+        failsafe->setM_currentValue(c % 2 == 0 && c != 16 ? -9 * c : 9 * c);
+        child<QComboBox>(&page, "channelMap_" + n)->setCurrentIndex(maps[c - 1]);
+        child<MSpinBox>(&page, "noneValue_" + n)->setM_currentValue(6 * c - 50);
+    }
+}
+
+// What a write of port 2 sends after editEverySbusControl.
+const char *const kEditedSbus[2] = {
+    "01"
+    "fd0182038405860788098a0b8c0d8e7d" // trims, sign and magnitude
+    "0b0c0d0e0f101112131415161718191a" // left travels
+    "9594939291908f8e8d8c8b8a89888786" // right travels
+    "ff121b242d363f48ff5a636c757e8790" // failsafes, 255 = off
+    "aa2a" // failsafe signs: CH2, 4, 6, 8 and CH10, 12, 14
+    "1284" // phases: CH2, 5 and CH11, 16
+    "0001fe03000102fe0001020300fe0203", // inputs, 254 = "NONE"
+    "01aca6a09a948e8882040a10161c22282e", // fixed values, sign and magnitude
+};
+
+// An answer of the unit for port 2: the whole tuning group, or the fixed values.
+const char kTuningAnswer[] = "01"
+                             "03030303030303030303030303030303"
+                             "20202020202020202020202020202020"
+                             "30303030303030303030303030303030"
+                             "ffffffffffffffffffffffffffffffff"
+                             "0000"
+                             "0000"
+                             "01010101010101010101010101010101";
+const char kFixedAnswer[] = "0105050505050505050505050505058505";
+
 } // namespace
 
 class TestSettingPages : public QObject
@@ -44,6 +92,12 @@ private Q_SLOTS:
     void holdWithoutSwitchIsLockedAndWrites255();
     void anotherSwitchShowsEveryChannelUnheld();
     void heldChannelsAreClickedAndWritten();
+    void everySbusControlReachesItsByte();
+    void sbusAnswerLeavesTheEditsOfOtherFields_data();
+    void sbusAnswerLeavesTheEditsOfOtherFields();
+    void everyHoldControlReachesItsBit();
+    void holdAnswerLeavesTheEditsOfOtherFields_data();
+    void holdAnswerLeavesTheEditsOfOtherFields();
 
 private:
     RecordHost m_host;
@@ -240,6 +294,126 @@ void TestSettingPages::heldChannelsAreClickedAndWritten()
     other.slot_information(ChannelHoldData, payload);
     QCOMPARE(child<QComboBox>(&other, "sbus1")->currentText(), QStringLiteral("SA"));
     QCOMPARE(child<QComboBox>(&other, "sbus2")->currentIndex(), 0);
+}
+
+void TestSettingPages::everySbusControlReachesItsByte()
+{
+    SbusConfig page;
+    page.showSection(1);
+    editEverySbusControl(page);
+    const QList<QByteArray> payloads = page.collectPayloads();
+    QCOMPARE(payloads.size(), 2);
+    QCOMPARE(payloads.at(0).toHex(), QByteArray(kEditedSbus[0]));
+    QCOMPARE(payloads.at(1).toHex(), QByteArray(kEditedSbus[1]));
+    // The write-all sends the fixed values as their low bytes.
+    QCOMPARE(page.payloadsFromRecord().at(3).toHex(), QByteArray("01d4dae0e6ecf2f8fe040a10161c22282e"));
+}
+
+// An answer carries its own fields only; the user's edits of the others stay.
+void TestSettingPages::sbusAnswerLeavesTheEditsOfOtherFields_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("answered"); // the payload the answer replaces, -1 none
+    QTest::newRow("tuning") << int(SbusTuningData) << hex(kTuningAnswer) << 0;
+    QTest::newRow("fixed values") << int(SbusNoneData) << hex(kFixedAnswer) << 1;
+    QByteArray otherPort = hex(kTuningAnswer);
+    otherPort[0] = 0;
+    QTest::newRow("tuning of port 1") << int(SbusTuningData) << otherPort << -1;
+    QTest::newRow("channel report") << int(ChannelDataReport) << QByteArray(64, '\x10') << -1;
+}
+
+void TestSettingPages::sbusAnswerLeavesTheEditsOfOtherFields()
+{
+    QFETCH(int, code);
+    QFETCH(QByteArray, answer);
+    QFETCH(int, answered);
+    SbusConfig page;
+    page.showSection(1);
+    editEverySbusControl(page);
+    page.slot_information(CodeID(code), answer);
+    QList<QByteArray> expected { hex(kEditedSbus[0]), hex(kEditedSbus[1]) };
+    if (answered >= 0)
+        expected[answered] = answer;
+    const QList<QByteArray> payloads = page.collectPayloads();
+    QCOMPARE(payloads.at(0).toHex(), expected.at(0).toHex());
+    QCOMPARE(payloads.at(1).toHex(), expected.at(1).toHex());
+}
+
+namespace
+{
+
+// Both ports of the hold page on their stored switches (SB and SA), each
+// position holding channels of its own.
+void editEveryHoldControl(SbusHold &page)
+{
+    const int held[2][3][3]
+        = { { { 1, 3, 0 }, { 9, 16, 0 }, { 2, 15, 0 } }, { { 4, 0, 0 }, { 8, 10, 0 }, { 12, 13, 14 } } };
+    for (int port = 1; port <= 2; ++port) {
+        for (int position = 0; position < 3; ++position) {
+            clickBox(child<MCheckBox>(&page, QStringLiteral("sbus%1gear_%2").arg(port).arg(position)));
+            for (int channel : held[port - 1][position]) {
+                if (channel)
+                    clickBox(
+                        child<MCheckBox>(&page, QStringLiteral("sbus%1Channel_%2").arg(port).arg(channel)));
+            }
+        }
+    }
+}
+
+// Per port: number, switch, the masks of positions 0, 1 and 2, low byte first.
+const char kEditedHold[] = "0001"
+                           "0500"
+                           "0081"
+                           "0240"
+                           "0100"
+                           "0800"
+                           "8002"
+                           "0038";
+
+} // namespace
+
+void TestSettingPages::everyHoldControlReachesItsBit()
+{
+    m_host.data.sbusHoldSwitch[0] = 1;
+    m_host.data.sbusHoldSwitch[1] = 0;
+    SbusHold page;
+    page.resize(1000, 900);
+    page.show();
+    page.refreshFromRecord();
+    editEveryHoldControl(page);
+    const QList<QByteArray> payloads = page.collectPayloads();
+    QCOMPARE(payloads.size(), 1);
+    QCOMPARE(payloads.at(0).toHex(), QByteArray(kEditedHold));
+    QCOMPARE(page.payloadsFromRecord().at(0).toHex(), QByteArray(kEditedHold));
+}
+
+void TestSettingPages::holdAnswerLeavesTheEditsOfOtherFields_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<bool>("answered");
+    QTest::newRow("channel hold") << int(ChannelHoldData) << hex("00ff0000000000000100040002000100") << true;
+    QTest::newRow("channel report") << int(ChannelDataReport) << QByteArray(64, '\x10') << false;
+    QTest::newRow("tuning") << int(SbusTuningData) << hex(kTuningAnswer) << false;
+    QTest::newRow("hold of 15 bytes")
+        << int(ChannelHoldData) << hex("00ff00000000000001000400020001") << false;
+}
+
+void TestSettingPages::holdAnswerLeavesTheEditsOfOtherFields()
+{
+    QFETCH(int, code);
+    QFETCH(QByteArray, answer);
+    QFETCH(bool, answered);
+    m_host.data.sbusHoldSwitch[0] = 1;
+    m_host.data.sbusHoldSwitch[1] = 0;
+    SbusHold page;
+    page.resize(1000, 900);
+    page.show();
+    page.refreshFromRecord();
+    editEveryHoldControl(page);
+    page.slot_information(CodeID(code), answer);
+    QCOMPARE(page.collectPayloads().at(0).toHex(), answered ? answer.toHex() : QByteArray(kEditedHold));
 }
 
 QTEST_MAIN(TestSettingPages)

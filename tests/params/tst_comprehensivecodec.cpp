@@ -3,6 +3,7 @@
 #include "ComprehensiveCodec.h"
 #include "DeviceData.h"
 #include "ParameterFile.h"
+#include "RecordDiff.h"
 
 #include <QtTest>
 
@@ -37,7 +38,7 @@ const char kSample[] = "<hidMap>0,1,2,3,4,5,6,7;</hidMap>\r\n"
                        "<sbusPriority>33</sbusPriority>\r\n"
                        "<sbusVersion>144</sbusVersion>\r\n"
                        "<sbusControlSwitch>255</sbusControlSwitch>\r\n"
-                       "<sbusControl-0>1,16,0,0;</sbusControl-0>\r\n"
+                       "<sbusControl-0>1,1,0,0;</sbusControl-0>\r\n"
                        "<sbusControl-1>0,0,0,1;</sbusControl-1>\r\n"
                        "<sbusControl-2>1,1,1,1;</sbusControl-2>\r\n";
 
@@ -70,6 +71,9 @@ private Q_SLOTS:
     void valuesTravelAsTheUnitReadsThem_data();
     void valuesTravelAsTheUnitReadsThem();
     void fragmentIsByteExact();
+    void controlFlagsAreOnOrOff();
+    void speedsLandOnWhatTheUnitKeeps_data();
+    void speedsLandOnWhatTheUnitKeeps();
     void batteryTexts_data();
     void batteryTexts();
 };
@@ -113,12 +117,13 @@ void TestComprehensiveCodec::answersFillTheRecord_data()
                                 << "<sbusPriority>33</sbusPriority>\r\n";
     QTest::newRow("protocols keep the high bits")
         << "protocol" << QByteArray("9f") << true << "<sbusVersion>144</sbusVersion>\r\n";
-    // The high nibble reads as its value times 16.
+    // The file holds each flag as its check box does, 1 or 0 (the record
+    // holds a high-nibble flag as 16).
     QTest::newRow("SBUS control") << "control" << QByteArray("00110001101011") << true
                                   << "<sbusControlSwitch>0</sbusControlSwitch>\r\n"
-                                     "<sbusControl-0>1,16,0,0;</sbusControl-0>\r\n"
-                                     "<sbusControl-1>1,0,0,16;</sbusControl-1>\r\n"
-                                     "<sbusControl-2>0,16,1,16;</sbusControl-2>\r\n";
+                                     "<sbusControl-0>1,1,0,0;</sbusControl-0>\r\n"
+                                     "<sbusControl-1>1,0,0,1;</sbusControl-1>\r\n"
+                                     "<sbusControl-2>0,1,1,1;</sbusControl-2>\r\n";
     QTest::newRow("SBUS control of 6 bytes")
         << "control" << QByteArray("001100011010") << false << "<sbusControlSwitch>2</sbusControlSwitch>\r\n";
 }
@@ -187,6 +192,61 @@ void TestComprehensiveCodec::valuesTravelAsTheUnitReadsThem()
 void TestComprehensiveCodec::fragmentIsByteExact()
 {
     QCOMPARE(ComprehensiveCodec::fileFragment(sample()), QString::fromLatin1(kSample));
+}
+
+// The unit's high-nibble flags read as 16 into the record; the file and the
+// diff take every flag as on or off, as the unit does.
+void TestComprehensiveCodec::controlFlagsAreOnOrOff()
+{
+    DeviceData read = loaded(kBaseline);
+    QVERIFY(ComprehensiveCodec::decodeSbusControl(QByteArray::fromHex("01100101101011"), read));
+    QCOMPARE(read.sbusControl[0][1], 16);
+    QCOMPARE(read.sbusControl[2][3], 16);
+    const QString fragment = ComprehensiveCodec::fileFragment(Settings::fromRecord(read));
+    QVERIFY2(fragment.endsWith("<sbusControl-0>0,1,1,0;</sbusControl-0>\r\n"
+                               "<sbusControl-1>1,0,0,1;</sbusControl-1>\r\n"
+                               "<sbusControl-2>0,1,1,1;</sbusControl-2>\r\n"),
+        qPrintable(fragment));
+
+    DeviceData written = read;
+    written.sbusControl[0][1] = 1;
+    written.sbusControl[2][3] = 1;
+    QCOMPARE(RecordDiff::differences(read, written), QStringList());
+    written.sbusControl[2][1] = 0;
+    QCOMPARE(
+        RecordDiff::differences(read, written), QStringList { "SBUS control set 3 value 2: on \u2192 off" });
+}
+
+void TestComprehensiveCodec::speedsLandOnWhatTheUnitKeeps_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<double>("landed");
+    QTest::addColumn<int>("byte");
+    QTest::newRow("tenth up") << 1.5 << 1.6 << 1.6 << 16;
+    QTest::newRow("tenth down") << 0.7 << 0.6 << 0.6 << 6;
+    QTest::newRow("up from 2 s to 3 s") << 2.0 << 2.1 << 3.0 << 21;
+    QTest::newRow("down from 3 s to 2 s") << 3.0 << 2.9 << 2.0 << 20;
+    QTest::newRow("up from 3 s to 4 s") << 3.0 << 3.1 << 4.0 << 22;
+    QTest::newRow("down from 82 s") << 82.0 << 81.9 << 81.0 << 99;
+    QTest::newRow("typed 2.5 from below") << 1.0 << 2.5 << 3.0 << 21;
+    QTest::newRow("typed 2.5 from above") << 9.0 << 2.5 << 2.0 << 20;
+    QTest::newRow("typed 1.25 from below") << 0.0 << 1.25 << 1.3 << 13;
+    QTest::newRow("typed 7.5 unchanged from itself") << 7.5 << 7.5 << 7.0 << 25;
+    QTest::newRow("the longest") << 200.0 << 999.0 << 237.0 << 255;
+    QTest::newRow("below zero") << 1.0 << -4.0 << 0.0 << 0;
+}
+
+void TestComprehensiveCodec::speedsLandOnWhatTheUnitKeeps()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(double, landed);
+    QFETCH(int, byte);
+    const double speed = ComprehensiveCodec::speedToward(from, to);
+    QCOMPARE(speed, landed);
+    QCOMPARE(ComprehensiveCodec::speedByte(speed), byte);
+    QCOMPARE(ComprehensiveCodec::storedSpeed(speed), landed);
 }
 
 void TestComprehensiveCodec::batteryTexts_data()

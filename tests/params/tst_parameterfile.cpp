@@ -149,6 +149,8 @@ private Q_SLOTS:
     void fragmentsAreWrittenByteForByte();
     void readerKeepsTheUnitsRules_data();
     void readerKeepsTheUnitsRules();
+    void fixedValuesTheScanDoesNotReachAreConvertedToo_data();
+    void fixedValuesTheScanDoesNotReachAreConvertedToo();
     void hostileFilesLeaveTheRecordWithinItsTypes_data();
     void hostileFilesLeaveTheRecordWithinItsTypes();
     void writtenFileReadsBackExceptNegativeFixedValues();
@@ -254,7 +256,7 @@ void TestParameterFile::readerKeepsTheUnitsRules_data()
                                          << "-235,-133,0,127,-128,-239,-239,-128,0,0,0,0,0,0,0,0";
     QTest::newRow("port 2 fixed values") << defaults("sbus2Default", eightChildren(none)) << "noneValue2"
                                          << "133,-5,0,127,-128,-127,129,128,0,0,0,0,0,0,0,0";
-    QTest::newRow("fixed values not in the file keep theirs unconverted")
+    QTest::newRow("fixed values not in the file keep theirs while bit 7 is clear")
         << defaults("sbus1Default", eightChildren("-5,133,x;")) << "noneValue1" << sixteen("-235,-133");
 
     QTest::newRow("scan stops at the first mismatch")
@@ -337,6 +339,36 @@ void TestParameterFile::readerKeepsTheUnitsRules()
     DeviceData d = marked();
     ParameterFile::loadBytes(file(body), d);
     QCOMPARE(field(d, name), expected);
+}
+
+// The conversion goes over all sixteen entries of the port, also those a
+// scan stopped before: they still hold what the record held.
+void TestParameterFile::fixedValuesTheScanDoesNotReachAreConvertedToo_data()
+{
+    QTest::addColumn<int>("port");
+    QTest::addColumn<QByteArray>("values");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("port 1, two read")
+        << 0 << QByteArray("1,-2,x;") << "1,-238,20,-235,-133,20,-235,-133,20,-235,-133,20,-235,-133,20,-235";
+    QTest::newRow("port 2, two read")
+        << 1 << QByteArray("1,-2,x;") << "1,130,20,133,-5,20,133,-5,20,133,-5,20,133,-5,20,133";
+    QTest::newRow("port 1, none read")
+        << 0 << QByteArray("x;") << "-235,-133,20,-235,-133,20,-235,-133,20,-235,-133,20,-235,-133,20,-235";
+}
+
+void TestParameterFile::fixedValuesTheScanDoesNotReachAreConvertedToo()
+{
+    QFETCH(int, port);
+    QFETCH(QByteArray, values);
+    QFETCH(QString, expected);
+    DeviceData d = marked();
+    const int held[3] = { -5, 133, 20 };
+    for (int c = 0; c < 16; ++c)
+        d.noneValue[port][c] = held[c % 3];
+    ParameterFile::loadBytes(
+        file(defaults(port == 0 ? "sbus1Default" : "sbus2Default", eightChildren(values))), d);
+    QCOMPARE(field(d, port == 0 ? "noneValue1" : "noneValue2"), expected);
+    QCOMPARE(field(d, port == 0 ? "noneValue2" : "noneValue1"), sixteen("7"));
 }
 
 void TestParameterFile::hostileFilesLeaveTheRecordWithinItsTypes_data()

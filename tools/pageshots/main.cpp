@@ -84,7 +84,7 @@ bool shootSectionPages(const QString &out)
         hub.menuButton(section)->click();
         auto *column = hub.page(section)->findChild<SectionColumn *>();
         const QString base = QStringLiteral("%1/settings_%2").arg(out, QLatin1String(names[section - SectionButtons]));
-        for (const QSize size : { QSize(1280, 800), QSize(760, 480) }) {
+        for (const QSize size : { QSize(1280, 800), QSize(1024, 600), QSize(760, 480) }) {
             const QString tag = QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
             for (int s = 0; s < column->sectionCount(); ++s)
                 column->setExpanded(s, false);
