@@ -262,13 +262,14 @@ void CustomConfig::slot_canModeCheckedChange(QString name)
     showOutputMode(mode);
 
     // Only a warning: the choice stands whatever the answer.
-    MDlg dialog(this, true);
-    dialog.setWindowTitle(QStringLiteral("Warning"));
+    MDlg *dialog = Messages::newDialog(this, true);
+    dialog->setWindowTitle(QStringLiteral("Warning"));
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(tr("注意: 切换硬件接口前,请确保当前接口线已断开连接!!!"));
-    connect(&dialog, &MDlg::signal_dialog, this, &CustomConfig::slot_dialog);
-    Messages::exec(&dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(tr("注意: 切换硬件接口前,请确保当前接口线已断开连接!!!"));
+    connect(dialog, &MDlg::signal_dialog, this, &CustomConfig::slot_dialog);
+    if (!Messages::exec(dialog, this))
+        return; // a reconnect rebuilt the pages meanwhile
     m_dialogAnswer = false;
 }
 

@@ -13,7 +13,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -259,20 +258,18 @@ void DataWidget::slot_dialog(bool state)
 
 void DataWidget::on_buttonClicked_save()
 {
-    QPointer<DataWidget> self(this);
-    QPointer<MDlg> dialog = new MDlg(this, true);
+    MDlg *dialog = Messages::newDialog(this, true);
     dialog->setWindowTitle(tr("保存数据解析"));
     if (PageHost *host = PageHost::instance())
         dialog->setStyleSheet(host->dialogStyleSheet());
     dialog->setText(tr("确认要保存数据解析吗！"));
     connect(dialog, &MDlg::signal_dialog, this, &DataWidget::slot_dialog);
     m_answer = false;
-    Messages::exec(dialog);
-    // The frame may have gone while the question was open (a delete, a file
-    // load or an answer of the unit), and this window with it.
-    if (!self)
+    // The frame may go while the question is open (a delete, a file load, an
+    // answer of the unit, a reconnect that rebuilds the pages), and this
+    // window with it.
+    if (!Messages::exec(dialog, this))
         return;
-    delete dialog;
     const bool confirmed = m_answer;
     m_answer = false;
     CanFrameRecord *frame = m_editor->frame();

@@ -183,11 +183,11 @@ void RFRadioConfig::resetAnswered(
     const int result = quint8(data.at(0));
     if (result != kResetSucceeded && result != kResetFailed)
         return;
-    MDlg dialog(this, false);
+    MDlg *dialog = Messages::newDialog(this, false);
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(result == kResetSucceeded ? success : failure);
-    Messages::exec(&dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(result == kResetSucceeded ? success : failure);
+    Messages::exec(dialog, this);
 }
 
 // ---------------------------------------------------------------- buttons
@@ -195,13 +195,14 @@ void RFRadioConfig::resetAnswered(
 bool RFRadioConfig::askReset(const QString &question)
 {
     m_dialogAnswer = false;
-    MDlg dialog(this, true);
-    dialog.setWindowTitle(tr("重置图传模块"));
+    MDlg *dialog = Messages::newDialog(this, true);
+    dialog->setWindowTitle(tr("重置图传模块"));
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(question);
-    connect(&dialog, &MDlg::signal_dialog, this, &RFRadioConfig::slot_dialog);
-    Messages::exec(&dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(question);
+    connect(dialog, &MDlg::signal_dialog, this, &RFRadioConfig::slot_dialog);
+    if (!Messages::exec(dialog, this))
+        return false; // a reconnect rebuilt the pages meanwhile: nothing is reset
     const bool answer = m_dialogAnswer;
     m_dialogAnswer = false;
     return answer;
