@@ -39,6 +39,16 @@ int channelOf(const QComboBox *combo)
     return index == combo->count() - 1 ? kCanChannelNone : index;
 }
 
+// Wide enough for its longest item beside the style sheet's arrow, so that
+// "NONE" is never cut.
+void fitToItems(QComboBox *combo)
+{
+    int widest = 0;
+    for (int i = 0; i < combo->count(); ++i)
+        widest = qMax(widest, combo->fontMetrics().horizontalAdvance(combo->itemText(i)));
+    combo->setMinimumWidth(widest + 40);
+}
+
 void showChannel(QComboBox *combo, int channel)
 {
     const QSignalBlocker block(combo);
@@ -121,6 +131,7 @@ QWidget *DataWidget::buildSettings()
     m_dataIndex->setObjectName(QStringLiteral("dataIndex"));
     for (int i = 1; i <= kDataBytes; ++i)
         m_dataIndex->addItem(QString::number(i));
+    fitToItems(m_dataIndex);
     m_channel = new QComboBox(m_linearBox);
     m_channel->setObjectName(QStringLiteral("channelMap"));
     linear->addWidget(new QLabel(tr("数据下标"), m_linearBox), 0, 0);
@@ -161,6 +172,7 @@ void DataWidget::fillChannels(QComboBox *combo, const QStringList &names)
     combo->clear();
     combo->addItems(names);
     combo->addItem(QLatin1String(kNone));
+    fitToItems(combo);
 }
 
 void DataWidget::load()
