@@ -106,6 +106,20 @@ void RFRadioConfig::showSection(int)
 
 void RFRadioConfig::refreshFromRecord()
 {
+    showPower();
+    showPhysical();
+}
+
+void RFRadioConfig::showPower()
+{
+    const DeviceData &d = record();
+    m_power->setM_index(d.modulePowerState[0] != 0 ? 1 : 0);
+    m_rom->setM_checked(d.modulePowerState[1] != 0);
+    update();
+}
+
+void RFRadioConfig::showPhysical()
+{
     const DeviceData &d = record();
     // The module can be powered from one of the unit's switches: without a
     // list of its own the selector offers the hold switches ("NONE" first).
@@ -115,11 +129,8 @@ void RFRadioConfig::refreshFromRecord()
         m_physicalSwitch->clear();
         m_physicalSwitch->addItems(names);
     }
-    m_power->setM_index(d.modulePowerState[0] != 0 ? 1 : 0);
-    m_rom->setM_checked(d.modulePowerState[1] != 0);
     SectionWidgets::selectIfValid(m_physicalSwitch, ModulePowerCodec::selectorIndex(d.modulePhysicalCtl[0]));
     m_physicalValue->setM_currentValue(d.modulePhysicalCtl[1]);
-    update();
 }
 
 void RFRadioConfig::collect()
@@ -154,14 +165,16 @@ QString RFRadioConfig::fileFragment()
 
 void RFRadioConfig::slot_information(CodeID code, QByteArray data)
 {
+    // Each answer shows only its own pair: the other pair's controls keep
+    // what the user set.
     switch (code) {
     case Group36: // power switch and "ROM"
         if (ModulePowerCodec::decodePower(data, record()))
-            refreshFromRecord();
+            showPower();
         break;
     case Group38: // the switch that powers the module
         if (ModulePowerCodec::decodePhysical(data, record()))
-            refreshFromRecord();
+            showPhysical();
         break;
     case ModuleGroundResetResult:
         resetAnswered(m_groundReset, data, tr("地面端模组恢复出厂设置成功"), tr("地面端模组恢复出厂设置失败"));
