@@ -334,14 +334,23 @@ int MainWindow::currentSection() const
 
 bool MainWindow::confirm(const QString &title, const QString &text)
 {
-    MDlg dialog(this, true);
-    dialog.setWindowTitle(title);
-    dialog.setStyleSheet(m_styleSheet);
-    dialog.setText(text);
-    connect(&dialog, &MDlg::signal_dialog, this, &MainWindow::slot_dialog);
-    Messages::exec(&dialog);
+    MDlg *dialog = Messages::newDialog(this, true);
+    dialog->setWindowTitle(title);
+    dialog->setStyleSheet(m_styleSheet);
+    dialog->setText(text);
+    connect(dialog, &MDlg::signal_dialog, this, &MainWindow::slot_dialog);
+    const ChannelListenInterface *hubBefore = m_hub.data();
+    const QPointer<ChannelListenInterface> asking = m_hub;
+    Messages::exec(dialog, this);
     const bool confirmed = m_confirmed;
     m_confirmed = false;
+    // A reconnect while the question was open rebuilt the hub: the answer was
+    // about pages that are gone, so nothing follows from it.
+    const bool rebuilt = asking.data() != hubBefore || m_hub.data() != hubBefore;
+    if (confirmed && rebuilt) {
+        qCDebug(lcApp) << "the pages were rebuilt while the question was open; nothing is done";
+        return false;
+    }
     return confirmed;
 }
 
@@ -403,7 +412,8 @@ void MainWindow::slot_readData()
         return;
     m_hub->setPageAreaEnabled(false);
     m_link->run(Sequences::readGroup(currentSection()));
-    m_hub->setPageAreaEnabled(true);
+    if (m_hub) // the sequence's pauses let a reconnect rebuild it
+        m_hub->setPageAreaEnabled(true);
 }
 
 void MainWindow::slot_saveData()
@@ -430,7 +440,8 @@ void MainWindow::slot_saveData()
             delete notice;
         }
     }
-    m_hub->setPageAreaEnabled(true);
+    if (m_hub) // the question and the pauses let a reconnect rebuild it
+        m_hub->setPageAreaEnabled(true);
 }
 
 void MainWindow::writeAll()

@@ -126,12 +126,16 @@ void MCheckBox::mousePressEvent(QMouseEvent *event)
     layoutParts();
     if (!m_checkEnable || !m_boxRect.contains(event->pos()))
         return;
-    if (!m_radio) {
-        m_checked = !m_checked;
-    } else if (!m_checked) {
-        m_checked = true;
-        Q_EMIT checkedChange(objectName());
-    }
     // A checked radio item stays checked: only its group's slot clears it.
+    if (!m_radio)
+        m_checked = !m_checked;
+    else if (m_checked)
+        return;
+    else
+        m_checked = true;
     update();
+    // Last: the group's slot may ask a question, and a reconnect while it is
+    // open takes this item away with its page.
+    if (m_radio)
+        Q_EMIT checkedChange(objectName());
 }

@@ -4,6 +4,7 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 namespace
@@ -20,6 +21,16 @@ Messages::FileResponder &fileResponder()
     return r;
 }
 
+// The top window of the widget that asks: the main window for every page and
+// every window the pages open. Nothing a reconnect rebuilds is a top window.
+QWidget *ownerOf(QWidget *asker)
+{
+    QWidget *owner = asker;
+    while (owner && owner->parentWidget())
+        owner = owner->parentWidget();
+    return owner;
+}
+
 void box(
     QMessageBox::Icon icon, Messages::Kind kind, QWidget *parent, const QString &title, const QString &text)
 {
@@ -27,8 +38,9 @@ void box(
         responder()(Messages::Shown { kind, title, text });
         return;
     }
-    QMessageBox message(icon, title, text, QMessageBox::Ok, parent);
-    message.exec();
+    QPointer<QMessageBox> message = new QMessageBox(icon, title, text, QMessageBox::Ok, ownerOf(parent));
+    message->exec();
+    delete message.data();
 }
 } // namespace
 
@@ -74,18 +86,27 @@ QString openFileName(QWidget *parent, const QString &caption, const QString &sta
     return QFileDialog::getOpenFileName(parent, caption, startPath, filter);
 }
 
-void exec(MDlg *dialog)
+MDlg *newDialog(QWidget *asker, bool withButtons)
 {
+    return new MDlg(ownerOf(asker), withButtons);
+}
+
+bool exec(MDlg *dialog, QObject *asker)
+{
+    const QPointer<QObject> askerAlive(asker);
+    const QPointer<MDlg> alive(dialog);
     if (!responder()) {
         dialog->exec();
-        return;
+    } else {
+        const bool answer = responder()(Shown { Kind::Dialog, dialog->windowTitle(), dialog->text() });
+        if (alive && alive->hasButtons()) {
+            const char *name = answer ? "pushButton_yes" : "pushButton_no";
+            if (auto *button = alive->findChild<QPushButton *>(QLatin1String(name)))
+                button->click();
+        }
     }
-    const bool answer = responder()(Shown { Kind::Dialog, dialog->windowTitle(), dialog->text() });
-    if (dialog->hasButtons()) {
-        const char *name = answer ? "pushButton_yes" : "pushButton_no";
-        if (auto *button = dialog->findChild<QPushButton *>(QLatin1String(name)))
-            button->click();
-    }
+    delete alive.data();
+    return !askerAlive.isNull();
 }
 
 } // namespace Messages

@@ -5,6 +5,7 @@
 #include <functional>
 
 class MDlg;
+class QObject;
 class QWidget;
 
 // Every message box and confirmation of the program goes through here, so
@@ -42,8 +43,17 @@ QString saveFileName(
 QString openFileName(
     QWidget *parent, const QString &caption, const QString &startPath, const QString &filter);
 
-// Runs a prepared MDlg modally (title, style sheet, text and the connection
-// of signal_dialog already made by the caller).
-void exec(MDlg *dialog);
+// A dialog that asks on behalf of a page. The pages belong to the hub, and a
+// reconnect rebuilds the hub whenever the unit answers again, also while a
+// dialog is open; so the dialog never belongs to the asker. It lives on the
+// heap, owned by the asker's top window (the main window), which outlives
+// every page.
+MDlg *newDialog(QWidget *asker, bool withButtons);
+
+// Runs a dialog of newDialog() modally (title, style sheet, text and the
+// connection of signal_dialog already made by the caller) and deletes it.
+// Returns false when the asker was destroyed while the dialog was open: the
+// caller then touches nothing of itself.
+bool exec(MDlg *dialog, QObject *asker);
 
 } // namespace Messages

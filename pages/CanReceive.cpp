@@ -4,16 +4,19 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <QtEndian>
 
-namespace {
+namespace
+{
 constexpr int kFrameHead = 9; // ids, IDE, RTR, data length
-constexpr int kMaxData = 8;   // a CAN frame carries at most 8 data bytes
+constexpr int kMaxData = 8; // a CAN frame carries at most 8 data bytes
 // The view keeps the latest frames; a unit reporting for hours must not
 // grow it without end.
 constexpr int kKeptLines = 2000;
+constexpr int kColumnGap = 16; // pixels between a column's widest field and the next column
 }
 
 canReceive::canReceive(QWidget *parent)
@@ -30,17 +33,44 @@ canReceive::canReceive(QWidget *parent)
     clear->setObjectName(QStringLiteral("pushButton_clear"));
     grid->addWidget(clear, 0, 3);
 
-    auto *headings = new QHBoxLayout;
-    for (const QString &heading : { tr("标识符类型"), tr("标准ID"), tr("扩展ID"), tr("数据类型") })
-        headings->addWidget(new QLabel(heading, this));
-    grid->addLayout(headings, 1, 0, 1, 4);
-
     textEdit = new QTextEdit(this);
     textEdit->setObjectName(QStringLiteral("textEdit"));
     textEdit->setReadOnly(true);
     textEdit->document()->setMaximumBlockCount(kKeptLines);
+    // One frame a line: the data bytes never wrap under the identifiers.
+    textEdit->setLineWrapMode(QTextEdit::NoWrap);
+
+    // The fields of a line are separated by tabs; every column is one tab
+    // stop wide, wide enough for its widest field and for its heading, and
+    // each heading stands exactly above its column.
+    const QStringList headingTexts { tr("标识符类型"), tr("标准ID"), tr("扩展ID"), tr("数据类型") };
+    const QFontMetrics text(textEdit->font());
+    int widest = 0;
+    for (const QString &field :
+        { QStringLiteral("Standard"), QStringLiteral("REMOTE"), QStringLiteral("DDDDDDDD") })
+        widest = qMax(widest, text.horizontalAdvance(field));
+    const QFontMetrics heading(font());
+    for (const QString &h : headingTexts)
+        widest = qMax(widest, heading.horizontalAdvance(h));
+    const int stop = widest + kColumnGap;
+    textEdit->setTabStopDistance(stop);
+
+    auto *headings = new QHBoxLayout;
+    headings->setSpacing(0);
+    const int indent = textEdit->frameWidth() + int(textEdit->document()->documentMargin());
+    headings->setContentsMargins(indent, 0, 0, 0);
+    for (const QString &h : headingTexts) {
+        auto *label = new QLabel(h, this);
+        label->setFixedWidth(stop);
+        headings->addWidget(label);
+    }
+    headings->addStretch(1);
+    grid->addLayout(headings, 1, 0, 1, 4);
     grid->addWidget(textEdit, 2, 0, 1, 4);
-    resize(560, 360);
+
+    // Five columns (the data length one of them), then up to eight bytes.
+    const int line = 5 * stop + text.horizontalAdvance(QStringLiteral("DD DD DD DD DD DD DD DD"));
+    resize(qMax(560, line + 2 * indent + textEdit->verticalScrollBar()->sizeHint().width() + 24), 360);
 
     connect(clear, &QPushButton::clicked, this, [this] {
         textEdit->clear();

@@ -204,7 +204,10 @@ QWidget *ComprehensiveConfig::buildBaud()
     m_baud = SectionWidgets::selector(body, QStringLiteral("baud"), 110);
     m_baud->addItems(ComprehensiveCodec::baudTexts());
     m_baudIndex = m_baud->currentIndex();
-    connect(m_baud, QOverload<int>::of(&QComboBox::activated), this, &ComprehensiveConfig::confirmBaud);
+    // Asked once the selector is done with the choice: a reconnect while the
+    // question is open takes the selector away with the page.
+    connect(m_baud, QOverload<int>::of(&QComboBox::activated), this, &ComprehensiveConfig::confirmBaud,
+        Qt::QueuedConnection);
     grid->addWidget(caption(tr("波特率 :"), body), 0, 0);
     grid->addWidget(m_baud, 0, 1);
     grid->setColumnStretch(2, 1);
@@ -470,14 +473,15 @@ void ComprehensiveConfig::confirmBaud(int index)
     if (index == m_baudIndex)
         return;
     // A new rate cuts off whatever listens on the data port at the old one.
-    MDlg dialog(this, true);
-    dialog.setWindowTitle(tr("波特率设置"));
+    MDlg *dialog = Messages::newDialog(this, true);
+    dialog->setWindowTitle(tr("波特率设置"));
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(tr("数据口所接设备须使用相同的波特率，确认修改吗？"));
-    connect(&dialog, &MDlg::signal_dialog, this, &ComprehensiveConfig::slot_dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(tr("数据口所接设备须使用相同的波特率，确认修改吗？"));
+    connect(dialog, &MDlg::signal_dialog, this, &ComprehensiveConfig::slot_dialog);
     m_confirmed = false;
-    Messages::exec(&dialog);
+    if (!Messages::exec(dialog, this))
+        return; // a reconnect rebuilt the pages meanwhile
     if (m_confirmed) {
         m_baudIndex = index;
     } else {

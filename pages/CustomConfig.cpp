@@ -12,6 +12,7 @@
 #include "SectionWidgets.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -19,6 +20,8 @@
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
+
+#include <functional>
 
 using namespace CustomOutputCodec;
 
@@ -114,7 +117,8 @@ QWidget *CustomConfig::buildOutputSection()
     QList<QWidget *> items { new QLabel(tr("输出模式 : "), body) };
     const QString texts[] = { QStringLiteral("SBUS"), QStringLiteral("TTL"), QStringLiteral("RS232") };
     for (int k = 0; k < 3; ++k) {
-        MCheckBox *toggle = SectionWidgets::radioItem(body, QStringLiteral("canOutputMode_%1").arg(k), texts[k]);
+        MCheckBox *toggle
+            = SectionWidgets::radioItem(body, QStringLiteral("canOutputMode_%1").arg(k), texts[k]);
         toggle->setMinimumWidth(toggle->sizeHint().width() + 16);
         connect(toggle, &MCheckBox::checkedChange, this, &CustomConfig::slot_canModeCheckedChange);
         m_modes[size_t(k)] = toggle;
@@ -142,6 +146,7 @@ QWidget *CustomConfig::buildCanSection()
     grid->setHorizontalSpacing(16);
 
     m_canEnable = enableSwitch("canEnable", tr("使能"), body);
+    m_canEnable->installEventFilter(this);
     m_canBaud = combo("canBaud", canBaudTexts(), body);
     m_canFre = field("canFre", QStringLiteral("[0-9]*"), 3, body);
     grid->addWidget(m_canEnable, 0, 0);
@@ -179,6 +184,7 @@ QWidget *CustomConfig::buildTtlSection()
     grid->setHorizontalSpacing(16);
 
     m_ttlEnable = enableSwitch("ttlEnable", tr("使能"), body);
+    m_ttlEnable->installEventFilter(this);
     m_ttlBaud = combo("ttlBaud", ttlBaudTexts(), body);
     m_ttlFre = field("ttlFre", QStringLiteral("[0-9]*"), 3, body);
     m_ttlHead = field("ttlFrameHead", QStringLiteral("[0-9A-Fa-f]*"), 2, body);
@@ -262,13 +268,14 @@ void CustomConfig::slot_canModeCheckedChange(QString name)
     showOutputMode(mode);
 
     // Only a warning: the choice stands whatever the answer.
-    MDlg dialog(this, true);
-    dialog.setWindowTitle(QStringLiteral("Warning"));
+    MDlg *dialog = Messages::newDialog(this, true);
+    dialog->setWindowTitle(QStringLiteral("Warning"));
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(tr("注意: 切换硬件接口前,请确保当前接口线已断开连接!!!"));
-    connect(&dialog, &MDlg::signal_dialog, this, &CustomConfig::slot_dialog);
-    Messages::exec(&dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(tr("注意: 切换硬件接口前,请确保当前接口线已断开连接!!!"));
+    connect(dialog, &MDlg::signal_dialog, this, &CustomConfig::slot_dialog);
+    if (!Messages::exec(dialog, this))
+        return; // a reconnect rebuilt the pages meanwhile
     m_dialogAnswer = false;
 }
 
@@ -369,11 +376,12 @@ void CustomConfig::dropEditor(int position)
     editor->deleteLater();
 }
 
-void CustomConfig::syncFrameEditors()
+void CustomConfig::syncFrameEditors(int refreshOnly)
 {
     const int wanted = record().canFrames.size();
     while (m_editors.size() > wanted)
         dropEditor(m_editors.size() - 1);
+    const int existing = m_editors.size();
     while (m_editors.size() < wanted) {
         auto *editor = new CanFrame(record(), m_editors.size(), m_frameList);
         connect(editor, &CanFrame::signal_delFrame, this, &CustomConfig::removeFrame);
@@ -382,28 +390,50 @@ void CustomConfig::syncFrameEditors()
     }
     for (int i = 0; i < m_editors.size(); ++i) {
         m_editors[i]->setIndex(i);
-        m_editors[i]->refresh();
+        if (refreshOnly == kAllFrames || refreshOnly == i || i >= existing)
+            m_editors[i]->refresh();
     }
 }
 
 // ---------------------------------------------------------------- record
 
+void CustomConfig::showSwitches()
+{
+    m_canEnable->setM_checked(record().CANEnable);
+    m_ttlEnable->setM_checked(record().TTLEnable);
+}
+
+void CustomConfig::takeSwitches()
+{
+    record().CANEnable = m_canEnable->checked();
+    record().TTLEnable = m_ttlEnable->checked();
+}
+
+bool CustomConfig::eventFilter(QObject *watched, QEvent *event)
+{
+    // The switches have no signal of their own: once the press that toggled
+    // one is over, the record takes what they show.
+    if ((watched == m_canEnable || watched == m_ttlEnable) && event->type() == QEvent::MouseButtonRelease)
+        takeSwitches();
+    return SettingPage::eventFilter(watched, event);
+}
+
+void CustomConfig::showCanBaud()
+{
+    const QSignalBlocker block(m_canBaud);
+    m_canBaud->setCurrentIndex(canBaudIndex(record().CANBaud));
+}
+
 void CustomConfig::refreshCan()
 {
-    const DeviceData &d = record();
-    m_canEnable->setM_checked(d.CANEnable);
-    {
-        const QSignalBlocker block(m_canBaud);
-        m_canBaud->setCurrentIndex(canBaudIndex(d.CANBaud));
-    }
-    m_canFre->setText(QString::number(d.CANFrequency));
-    syncFrameEditors();
+    showCanBaud();
+    m_canFre->setText(QString::number(record().CANFrequency));
+    syncFrameEditors(kAllFrames);
 }
 
 void CustomConfig::refreshTtl()
 {
     const TtlStream &s = record().TTLStream;
-    m_ttlEnable->setM_checked(record().TTLEnable);
     m_ttlFre->setText(QString::number(s.header[kTtlFrequency]));
     m_ttlHead->setText(hexByte(s.header[kTtlFrameHead]));
     m_ttlEnd->setText(hexByte(s.header[kTtlFrameEnd]));
@@ -421,6 +451,7 @@ void CustomConfig::refreshTtl()
 
 void CustomConfig::refreshFromRecord()
 {
+    showSwitches();
     refreshCan();
     refreshTtl();
     showOutputMode(record().PyxGOutputMode);
@@ -433,8 +464,7 @@ void CustomConfig::collect()
         if (m_modes[size_t(k)]->checked())
             d.PyxGOutputMode = k + 1;
     }
-    d.TTLEnable = m_ttlEnable->checked();
-    d.CANEnable = m_canEnable->checked();
+    takeSwitches();
     // The field's text as an unsigned number, its low byte: what has not
     // been clamped yet goes out as typed.
     d.CANFrequency = quint8(m_canFre->text().toUInt() & 0xFF);
@@ -470,31 +500,45 @@ QList<QByteArray> CustomConfig::payloadsFromRecord()
 
 QString CustomConfig::fileFragment()
 {
+    // The switches as the page shows them.
+    takeSwitches();
     return CustomOutputCodec::fileFragment(record());
 }
 
 void CustomConfig::slot_information(CodeID code, QByteArray data)
 {
+    // Each answer shows only what it carries: a switch, field or frame the
+    // user has changed keeps the change until an answer about it arrives.
     using Decoder = bool (*)(const QByteArray &, DeviceData &);
     Decoder decode = nullptr;
+    std::function<void()> show;
     switch (code) {
     case OutputModuleRead:
         decode = decodeOutputMode;
+        show = [this] { showOutputMode(record().PyxGOutputMode); };
         break;
     case CustomOutputD1:
         decode = decodeEnables;
+        show = [this] { showSwitches(); };
         break;
     case CustomOutputD3:
         decode = decodeCanFrequency;
+        show = [this] { m_canFre->setText(QString::number(record().CANFrequency)); };
         break;
     case CustomOutputD5:
         decode = decodeFrameCount;
+        show = [this, data] {
+            // A frame's header came with the count: that frame's editor shows it.
+            const int named = data.size() == kFrameHeaderBytes ? quint8(data.at(1)) : -1;
+            syncFrameEditors(named);
+        };
         break;
     case CustomOutputD7:
         decode = decodeStreamHead;
+        show = [this] { refreshTtl(); };
         break;
     case CustomOutputD9:
-        decode = decodeStreamTable;
+        decode = decodeStreamTable; // the tables have no controls here
         break;
     case CustomOutputDB:
         decode = decodeFrameMasks;
@@ -510,10 +554,13 @@ void CustomConfig::slot_information(CodeID code, QByteArray data)
         break;
     case CanMapping24:
         decode = decodeCanBaud;
+        show = [this] { showCanBaud(); };
         break;
     default:
         return;
     }
-    if (decode(data, record()))
-        refreshFromRecord();
+    // The mapping answers change what the mapping windows show when they
+    // open; the editors show none of it.
+    if (decode(data, record()) && show)
+        show();
 }

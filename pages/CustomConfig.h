@@ -48,6 +48,9 @@ public Q_SLOTS:
     void on_addFrameButton_clicked();
     void slot_dialog(bool state);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     QWidget *buildOutputSection();
     QWidget *buildCanSection();
@@ -57,8 +60,13 @@ private:
     void refreshTtl();
     void collect();
     // The editors follow the record's frame list: surplus ones go from the
-    // end, missing ones are added, all are renumbered and refilled.
-    void syncFrameEditors();
+    // end, missing ones are added, all are renumbered. New editors are filled
+    // from the record, and of the others all or only the one named.
+    static constexpr int kAllFrames = -2;
+    void syncFrameEditors(int refreshOnly = kAllFrames);
+    void showSwitches();
+    void takeSwitches();
+    void showCanBaud();
     void dropEditor(int position);
     void removeFrame(int index);
     void takeFrequency(QLineEdit *field, quint8 &target);

@@ -13,7 +13,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -38,6 +37,16 @@ int channelOf(const QComboBox *combo)
 {
     const int index = combo->currentIndex();
     return index == combo->count() - 1 ? kCanChannelNone : index;
+}
+
+// Wide enough for its longest item beside the style sheet's arrow, so that
+// "NONE" is never cut.
+void fitToItems(QComboBox *combo)
+{
+    int widest = 0;
+    for (int i = 0; i < combo->count(); ++i)
+        widest = qMax(widest, combo->fontMetrics().horizontalAdvance(combo->itemText(i)));
+    combo->setMinimumWidth(widest + 40);
 }
 
 void showChannel(QComboBox *combo, int channel)
@@ -122,6 +131,7 @@ QWidget *DataWidget::buildSettings()
     m_dataIndex->setObjectName(QStringLiteral("dataIndex"));
     for (int i = 1; i <= kDataBytes; ++i)
         m_dataIndex->addItem(QString::number(i));
+    fitToItems(m_dataIndex);
     m_channel = new QComboBox(m_linearBox);
     m_channel->setObjectName(QStringLiteral("channelMap"));
     linear->addWidget(new QLabel(tr("数据下标"), m_linearBox), 0, 0);
@@ -162,6 +172,7 @@ void DataWidget::fillChannels(QComboBox *combo, const QStringList &names)
     combo->clear();
     combo->addItems(names);
     combo->addItem(QLatin1String(kNone));
+    fitToItems(combo);
 }
 
 void DataWidget::load()
@@ -259,20 +270,18 @@ void DataWidget::slot_dialog(bool state)
 
 void DataWidget::on_buttonClicked_save()
 {
-    QPointer<DataWidget> self(this);
-    QPointer<MDlg> dialog = new MDlg(this, true);
+    MDlg *dialog = Messages::newDialog(this, true);
     dialog->setWindowTitle(tr("保存数据解析"));
     if (PageHost *host = PageHost::instance())
         dialog->setStyleSheet(host->dialogStyleSheet());
     dialog->setText(tr("确认要保存数据解析吗！"));
     connect(dialog, &MDlg::signal_dialog, this, &DataWidget::slot_dialog);
     m_answer = false;
-    Messages::exec(dialog);
-    // The frame may have gone while the question was open (a delete, a file
-    // load or an answer of the unit), and this window with it.
-    if (!self)
+    // The frame may go while the question is open (a delete, a file load, an
+    // answer of the unit, a reconnect that rebuilds the pages), and this
+    // window with it.
+    if (!Messages::exec(dialog, this))
         return;
-    delete dialog;
     const bool confirmed = m_answer;
     m_answer = false;
     CanFrameRecord *frame = m_editor->frame();

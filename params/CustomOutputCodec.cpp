@@ -122,13 +122,17 @@ bool decodeCanFrequency(const QByteArray &payload, DeviceData &data)
     return true;
 }
 
-bool decodeFrameCount(const QByteArray &payload, DeviceData &data)
+namespace
+{
+// The frame count, and with 11 bytes the header of the frame it names.
+bool decodeCountAndHeader(const QByteArray &payload, DeviceData &data, bool grow)
 {
     if (payload.isEmpty() || at(payload, 0) > kMaxCanFrames)
         return false;
-    // The unit says how many frames it sends; the list follows, also upwards,
-    // so that the refresh that follows has a frame to fill for each.
-    CanFrameList::resize(data, at(payload, 0));
+    const int count = at(payload, 0);
+    if (grow || count < data.canFrames.size())
+        CanFrameList::resize(data, count);
+    data.CANFrameCnt = quint8(count);
     if (payload.size() != kFrameHeaderBytes)
         return true;
     const int index = at(payload, 1);
@@ -141,6 +145,20 @@ bool decodeFrameCount(const QByteArray &payload, DeviceData &data)
     f.rtr = at(payload, 9);
     f.dlc = quint8(qMin<int>(at(payload, 10), kDataBytes));
     return true;
+}
+} // namespace
+
+// The page's list holds the frames the user works on: a count from the unit
+// takes surplus ones away but never adds empty ones, which a write would
+// then send over the unit's own frames.
+bool decodeFrameCount(const QByteArray &payload, DeviceData &data)
+{
+    return decodeCountAndHeader(payload, data, false);
+}
+
+bool decodeUnitFrameCount(const QByteArray &payload, DeviceData &data)
+{
+    return decodeCountAndHeader(payload, data, true);
 }
 
 bool decodeStreamHead(const QByteArray &payload, DeviceData &data)

@@ -93,9 +93,13 @@ quint8 ttlFormatByte(const TtlFormat &format);
 bool decodeOutputMode(const QByteArray &payload, DeviceData &data); // 38
 bool decodeEnables(const QByteArray &payload, DeviceData &data); // 44
 bool decodeCanFrequency(const QByteArray &payload, DeviceData &data); // 46
-// 48: a count below 11 becomes CANFrameCnt and the frame list follows it; an
-// 11-byte answer also fills the header of the frame it names.
+// 48: a count below 11 becomes CANFrameCnt; a list holding more frames loses
+// them from its end, a shorter one stays as it is. An 11-byte answer also
+// fills the header of the frame it names, when the list has it.
 bool decodeFrameCount(const QByteArray &payload, DeviceData &data);
+// The same for a record that mirrors the unit (backups, the command line):
+// there the list follows the count both ways.
+bool decodeUnitFrameCount(const QByteArray &payload, DeviceData &data);
 bool decodeStreamHead(const QByteArray &payload, DeviceData &data); // 50
 bool decodeStreamTable(const QByteArray &payload, DeviceData &data); // 52
 bool decodeFrameMasks(const QByteArray &payload, DeviceData &data); // 54

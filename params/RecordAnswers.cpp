@@ -55,7 +55,7 @@ const QHash<quint8, Decoder> &decoders()
         { 0x15, decodeOutputMode },
         { 0xD1, decodeEnables },
         { 0xD3, decodeCanFrequency },
-        { 0xD5, decodeFrameCount },
+        { 0xD5, decodeUnitFrameCount },
         { 0xD7, decodeStreamHead },
         { 0xD9, decodeStreamTable },
         { 0xDB, decodeFrameMasks },

@@ -106,6 +106,20 @@ void RFRadioConfig::showSection(int)
 
 void RFRadioConfig::refreshFromRecord()
 {
+    showPower();
+    showPhysical();
+}
+
+void RFRadioConfig::showPower()
+{
+    const DeviceData &d = record();
+    m_power->setM_index(d.modulePowerState[0] != 0 ? 1 : 0);
+    m_rom->setM_checked(d.modulePowerState[1] != 0);
+    update();
+}
+
+void RFRadioConfig::showPhysical()
+{
     const DeviceData &d = record();
     // The module can be powered from one of the unit's switches: without a
     // list of its own the selector offers the hold switches ("NONE" first).
@@ -115,11 +129,8 @@ void RFRadioConfig::refreshFromRecord()
         m_physicalSwitch->clear();
         m_physicalSwitch->addItems(names);
     }
-    m_power->setM_index(d.modulePowerState[0] != 0 ? 1 : 0);
-    m_rom->setM_checked(d.modulePowerState[1] != 0);
     SectionWidgets::selectIfValid(m_physicalSwitch, ModulePowerCodec::selectorIndex(d.modulePhysicalCtl[0]));
     m_physicalValue->setM_currentValue(d.modulePhysicalCtl[1]);
-    update();
 }
 
 void RFRadioConfig::collect()
@@ -154,14 +165,16 @@ QString RFRadioConfig::fileFragment()
 
 void RFRadioConfig::slot_information(CodeID code, QByteArray data)
 {
+    // Each answer shows only its own pair: the other pair's controls keep
+    // what the user set.
     switch (code) {
     case Group36: // power switch and "ROM"
         if (ModulePowerCodec::decodePower(data, record()))
-            refreshFromRecord();
+            showPower();
         break;
     case Group38: // the switch that powers the module
         if (ModulePowerCodec::decodePhysical(data, record()))
-            refreshFromRecord();
+            showPhysical();
         break;
     case ModuleGroundResetResult:
         resetAnswered(m_groundReset, data, tr("地面端模组恢复出厂设置成功"), tr("地面端模组恢复出厂设置失败"));
@@ -183,11 +196,11 @@ void RFRadioConfig::resetAnswered(
     const int result = quint8(data.at(0));
     if (result != kResetSucceeded && result != kResetFailed)
         return;
-    MDlg dialog(this, false);
+    MDlg *dialog = Messages::newDialog(this, false);
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(result == kResetSucceeded ? success : failure);
-    Messages::exec(&dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(result == kResetSucceeded ? success : failure);
+    Messages::exec(dialog, this);
 }
 
 // ---------------------------------------------------------------- buttons
@@ -195,13 +208,14 @@ void RFRadioConfig::resetAnswered(
 bool RFRadioConfig::askReset(const QString &question)
 {
     m_dialogAnswer = false;
-    MDlg dialog(this, true);
-    dialog.setWindowTitle(tr("重置图传模块"));
+    MDlg *dialog = Messages::newDialog(this, true);
+    dialog->setWindowTitle(tr("重置图传模块"));
     if (PageHost *host = PageHost::instance())
-        dialog.setStyleSheet(host->dialogStyleSheet());
-    dialog.setText(question);
-    connect(&dialog, &MDlg::signal_dialog, this, &RFRadioConfig::slot_dialog);
-    Messages::exec(&dialog);
+        dialog->setStyleSheet(host->dialogStyleSheet());
+    dialog->setText(question);
+    connect(dialog, &MDlg::signal_dialog, this, &RFRadioConfig::slot_dialog);
+    if (!Messages::exec(dialog, this))
+        return false; // a reconnect rebuilt the pages meanwhile: nothing is reset
     const bool answer = m_dialogAnswer;
     m_dialogAnswer = false;
     return answer;

@@ -38,6 +38,8 @@ public Q_SLOTS:
 
 private:
     QWidget *buildRows();
+    void showPower();
+    void showPhysical();
     void collect();
     bool askReset(const QString &question);
     void setWaiting(QPushButton *button, bool waiting);

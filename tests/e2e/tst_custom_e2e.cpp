@@ -59,6 +59,7 @@ private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
     void threeFramesSurviveAFactoryReset();
+    void writingRightAfterOpeningKeepsTheUnitsFrames();
 
 private:
     // Read group and frame refresh; the answers of both.
@@ -119,7 +120,11 @@ void TestCustomEndToEnd::threeFramesSurviveAFactoryReset()
     QTRY_COMPARE_WITH_TIMEOUT(int(window.m_data.CANFrameCnt), 1, 5000);
     QCOMPARE(unit.find(0xDB), -1);
     QCOMPARE(unit.find(0xD5, QByteArray(1, '\0')), -1);
-    // The unit's frame with its factory mapping: eight bytes, all linear.
+    // The count alone adds no frame to the page; the one the user adds is
+    // filled by the refresh with the unit's frame and its factory mapping:
+    // eight bytes, all linear.
+    QVERIFY(page->frameEditors().isEmpty());
+    child<QPushButton>(page, "addFrame")->click();
     child<QPushButton>(page, "flushFrame")->click();
     QTRY_COMPARE_WITH_TIMEOUT(int(window.m_data.canFrames.at(0).dataMask), 0xFF, 5000);
 
@@ -188,6 +193,40 @@ void TestCustomEndToEnd::threeFramesSurviveAFactoryReset()
     // Meanwhile the unit has handed back frames it sends on the bus.
     QTRY_VERIFY_WITH_TIMEOUT(
         window.canReceiveWindow() && window.canReceiveWindow()->receivedCount() > 0, 5000);
+    unit.terminate();
+}
+
+// The page opened on a unit with a frame and written at once: the page holds
+// no frame of its own, so the write says "no frames" and sends no identifier
+// and no mapping over the unit's.
+void TestCustomEndToEnd::writingRightAfterOpeningKeepsTheUnitsFrames()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ QStringLiteral("--model"), QStringLiteral("CEDAR"), QStringLiteral("--module"),
+        QStringLiteral("2") }));
+    QVERIFY(VunitProcess::writeAppDir(dir.path() + QStringLiteral("/app"), unit.linkPath()));
+    AppPaths::setAppDir(dir.path() + QStringLiteral("/app"));
+
+    MainWindow window;
+    window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(window.hub(), 10000);
+    ChannelListenInterface *hub = window.hub();
+    window.showHub();
+    hub->menuButton(6)->click();
+    QTRY_COMPARE_WITH_TIMEOUT(int(window.m_data.CANFrameCnt), 1, 5000);
+    QVERIFY(window.m_data.canFrames.isEmpty());
+
+    hub->actionButton(Action::WriteData)->click();
+    QTRY_VERIFY_WITH_TIMEOUT(unit.find(0x25) >= 0, 5000);
+    const int written = unit.find(0x16);
+    QVERIFY(written >= 0);
+    QVERIFY(unit.find(0xD6, QByteArray(1, '\0'), written) >= 0);
+    for (const VunitProcess::RecordLine &line : unit.record()) {
+        QVERIFY2(line.code != 0xD6 || line.payload.size() == 1, line.payload.toHex(' ').constData());
+        for (const int mapping : { 0xDC, 0xDE, 0x21, 0x23 })
+            QVERIFY2(line.code != mapping, QByteArray::number(mapping, 16).constData());
+    }
     unit.terminate();
 }
 

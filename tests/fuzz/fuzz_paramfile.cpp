@@ -58,7 +58,7 @@ void checkCustomOutput(const DeviceData &record)
     DeviceData echo;
     check(decodeEnables(payloads.at(1), echo));
     for (int i = 0; i < headers; ++i)
-        check(decodeFrameCount(payloads.at(3 + i), echo));
+        check(decodeUnitFrameCount(payloads.at(3 + i), echo));
     check(decodeStreamHead(payloads.at(3 + headers), echo));
     check(decodeStreamTable(payloads.at(4 + headers), echo));
     using Decoder = bool (*)(const QByteArray &, DeviceData &);
@@ -106,8 +106,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         checkFrame(request.frame);
 
     // What the record holds is written and read again without harm.
-    const QString text = ParameterFile::join({ SbusCodec::fileFragment(record), HoldCodec::fileFragment(record),
-        CustomOutputCodec::fileFragment(record) });
+    const QString text = ParameterFile::join({ SbusCodec::fileFragment(record),
+        HoldCodec::fileFragment(record), CustomOutputCodec::fileFragment(record) });
     DeviceData again;
     ParameterFile::loadBytes(text.toUtf8(), again);
     return 0;

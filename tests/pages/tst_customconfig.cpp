@@ -3,6 +3,7 @@
 // the frame list changing under open editors.
 #include "AppPaths.h"
 #include "CanFrame.h"
+#include "CanReceive.h"
 #include "CustomConfig.h"
 #include "DataWidget.h"
 #include "DeviceData.h"
@@ -16,6 +17,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTranslator>
 #include <QtTest>
 
 namespace
@@ -71,10 +73,19 @@ private Q_SLOTS:
     void deletingAFrameClosesItsMapping();
     void shrinkingListTakesOpenEditors_data();
     void shrinkingListTakesOpenEditors();
+    void everyControlGoesOutByteForByte();
+    void answersLeaveOtherEditsAlone_data();
+    void answersLeaveOtherEditsAlone();
+    void switchesSurviveARefreshAndGoToTheFile();
+    void windowShots();
 
 private:
     CanFrame *editor(int i) const { return m_page->frameEditors().value(i); }
     DataWidget *openMapping(int frame);
+    // Every control of the page with what it shows.
+    QMap<QString, QString> shown() const;
+    // A user's distinct value in every control; two frames.
+    void editEverything();
 
     TestHost m_host;
     CustomConfig *m_page = nullptr;
@@ -306,6 +317,235 @@ void TestCustomConfig::shrinkingListTakesOpenEditors()
     QVERIFY(first);
     QCOMPARE(m_page->frameEditors().size(), 1);
     QCOMPARE(m_host.data.canFrames.size(), 1);
+}
+
+QMap<QString, QString> TestCustomConfig::shown() const
+{
+    QMap<QString, QString> out;
+    for (int k = 0; k < 3; ++k) {
+        if (child<MCheckBox>(m_page, QStringLiteral("canOutputMode_%1").arg(k))->checked())
+            out["mode"] += QString::number(k);
+    }
+    for (const char *name : { "canEnable", "ttlEnable" })
+        out[name] = child<MCheckBox>(m_page, name)->checked() ? "on" : "off";
+    for (const char *name : { "canFre", "ttlFre", "ttlFrameHead", "ttlFrameEnd", "ttlMin", "ttlMax" })
+        out[name] = child<QLineEdit>(m_page, name)->text();
+    for (const char *name : { "canBaud", "ttlBaud", "ttlFormat", "ttlCheck" })
+        out[name] = child<QComboBox>(m_page, name)->currentText();
+    for (int i = 0; i < m_page->frameEditors().size(); ++i) {
+        const QString frame = QStringLiteral("frame%1.").arg(i);
+        for (const char *name : { "stdId", "extId", "dataLength" })
+            out[frame + name] = child<QLineEdit>(editor(i), name)->text();
+        for (const char *name : { "ide", "rtr" })
+            out[frame + name] = child<QComboBox>(editor(i), name)->currentText();
+    }
+    return out;
+}
+
+void TestCustomConfig::editEverything()
+{
+    m_host.data.TTLEnable = false;
+    m_host.data.CANEnable = false;
+    m_host.data.pyxChannelNames = QStringList { "T1", "T2", "T3" };
+    m_host.data.pyxBitNames = QStringList { "SA", "SB", "SC" };
+    m_page->refreshFromRecord();
+
+    clickBox(child<MCheckBox>(m_page, "canOutputMode_2")); // RS232
+    clickBox(child<MCheckBox>(m_page, "canEnable"));
+    clickBox(child<MCheckBox>(m_page, "ttlEnable"));
+    child<QComboBox>(m_page, "canBaud")->setCurrentIndex(6); // 800K
+    type(child<QLineEdit>(m_page, "canFre"), "123");
+    type(child<QLineEdit>(m_page, "ttlFre"), "77");
+    type(child<QLineEdit>(m_page, "ttlFrameHead"), "ab");
+    type(child<QLineEdit>(m_page, "ttlFrameEnd"), "cd");
+    type(child<QLineEdit>(m_page, "ttlMin"), "-1234");
+    type(child<QLineEdit>(m_page, "ttlMax"), "4321");
+    child<QComboBox>(m_page, "ttlBaud")->setCurrentIndex(5); // 230400
+    child<QComboBox>(m_page, "ttlFormat")->setCurrentIndex(1); // big-endian
+    child<QComboBox>(m_page, "ttlCheck")->setCurrentIndex(2); // CRC16
+
+    for (int i = 0; i < 2; ++i)
+        QTest::mouseClick(child<QPushButton>(m_page, "addFrame"), Qt::LeftButton);
+    type(child<QLineEdit>(editor(0), "stdId"), "1a5");
+    type(child<QLineEdit>(editor(1), "stdId"), "7fe");
+    type(child<QLineEdit>(editor(1), "extId"), "18ff50e5");
+    child<QComboBox>(editor(1), "ide")->setCurrentIndex(1);
+    child<QComboBox>(editor(1), "rtr")->setCurrentIndex(1);
+
+    // Frame 0: byte 1 whole from T3, byte 3 bit by bit (bit 0 SB, bit 5 SC).
+    DataWidget *mapping = openMapping(0);
+    child<QCheckBox>(mapping, "dataConfig_1")->click();
+    child<QCheckBox>(mapping, "dataConfig_3")->click();
+    clickBox(child<MCheckBox>(mapping, "dataNonlinear_3"));
+    child<QComboBox>(mapping, "bitChannel_0")->setCurrentIndex(1);
+    child<QComboBox>(mapping, "bitChannel_5")->setCurrentIndex(2);
+    child<QComboBox>(mapping, "dataIndex")->setCurrentIndex(0);
+    child<QComboBox>(mapping, "channelMap")->setCurrentIndex(2);
+    QTest::mouseClick(child<QPushButton>(mapping, "canRestore"), Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>(mapping, "canReturn"), Qt::LeftButton);
+}
+
+// Every control set by hand, every payload of the write written out by hand:
+// a control that feeds the wrong byte, or none, shows here.
+void TestCustomConfig::everyControlGoesOutByteForByte()
+{
+    editEverything();
+    const auto hex = [](const char *text) { return QByteArray::fromHex(text); };
+    const QByteArray zeros16(16, '\0');
+    const QByteArray zeros64(64, '\0');
+    const QList<QByteArray> expected {
+        hex("03"), // RS232
+        hex("11"), // serial stream and CAN on
+        hex("7b"), // 123 Hz
+        hex("0200a50100000000000002"), // frame 0: 0x1A5, standard data frame, 2 bytes in use
+        hex("0201fe07e550ff18040200"), // frame 1: 0x7FE, 0x18FF50E5, extended, remote
+        hex("4dabcda52efbe110"), // 77 Hz, 0xAB, 0xCD, 230400 CRC16 big-endian, -1234, 4321
+        hex("28") + QByteArray(45, '\0'),
+        hex("000504") + zeros16, // bytes 1 and 3 in use, byte 3 bit by bit
+        hex("010000") + zeros16, hex("00") + zeros16 + hex("0100000000020000") + QByteArray(40, '\0'),
+        hex("01") + zeros64, hex("00") + zeros64, hex("01") + zeros64,
+        hex("000200000000000000"), // byte 1 from T3
+        hex("01") + QByteArray(8, '\0'),
+        hex("06"), // 800K
+    };
+    const QList<QByteArray> payloads = m_page->collectPayloads();
+    QCOMPARE(payloads.size(), expected.size());
+    for (int i = 0; i < payloads.size(); ++i)
+        QCOMPARE(payloads.at(i).toHex(' '), expected.at(i).toHex(' '));
+    // The write-all of a loaded file sends the same from the record.
+    QCOMPARE(m_page->payloadsFromRecord(), payloads);
+}
+
+void TestCustomConfig::answersLeaveOtherEditsAlone_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("payload");
+    QTest::addColumn<QStringList>("carried"); // control=value the answer shows
+    const auto hex = [](const char *text) { return QByteArray::fromHex(text); };
+    QTest::newRow("38 output mode TTL") << int(OutputModuleRead) << hex("02") << QStringList { "mode=1" };
+    QTest::newRow("44 enable flags") << int(CustomOutputD1) << hex("00")
+                                     << QStringList { "canEnable=off", "ttlEnable=off" };
+    QTest::newRow("46 CAN frequency") << int(CustomOutputD3) << hex("0f") << QStringList { "canFre=15" };
+    QTest::newRow("48 frame count") << int(CustomOutputD5) << hex("02") << QStringList {};
+    QTest::newRow("48 header of frame 1")
+        << int(CustomOutputD5) << hex("0201341278563412000005")
+        << QStringList { "frame1.stdId=1234", "frame1.extId=12345678", "frame1.ide=标准标识符",
+               "frame1.rtr=数据帧", "frame1.dataLength=5" };
+    QTest::newRow("50 stream head") << int(CustomOutputD7) << hex("1e1122019cff6400")
+                                    << QStringList { "ttlFre=30", "ttlFrameHead=11", "ttlFrameEnd=22",
+                                           "ttlBaud=19200", "ttlCheck=和校验", "ttlFormat=小端",
+                                           "ttlMin=-100", "ttlMax=100" };
+    QTest::newRow("52 stream table") << int(CustomOutputD9) << hex("28") + QByteArray(45, '\x01')
+                                     << QStringList {};
+    QTest::newRow("54 masks of frame 0")
+        << int(CustomOutputDB) << hex("000300") + QByteArray(16, '\x02') << QStringList {};
+    QTest::newRow("56 bit channels of frame 0")
+        << int(CustomOutputDD) << hex("00") + QByteArray(64, '\x02') << QStringList {};
+    QTest::newRow("59 bit values of frame 0")
+        << int(CanMapping20) << hex("00") + QByteArray(64, '\x03') << QStringList {};
+    QTest::newRow("61 byte channels of frame 0")
+        << int(CanMapping22) << hex("000102030405060708") << QStringList {};
+    QTest::newRow("63 CAN baud") << int(CanMapping24) << hex("02") << QStringList { "canBaud=125K" };
+}
+
+// The user changes everything, then one answer arrives: it shows what it
+// carries and leaves every other control as the user set it.
+void TestCustomConfig::answersLeaveOtherEditsAlone()
+{
+    QFETCH(int, code);
+    QFETCH(QByteArray, payload);
+    QFETCH(QStringList, carried);
+    editEverything();
+    QMap<QString, QString> expected = shown();
+    QCOMPARE(expected.value("canEnable"), QStringLiteral("on"));
+    QCOMPARE(expected.value("frame1.extId"), QStringLiteral("18FF50E5"));
+    for (const QString &pair : carried) {
+        QVERIFY(expected.contains(pair.section('=', 0, 0)));
+        QVERIFY(expected.value(pair.section('=', 0, 0)) != pair.section('=', 1));
+        expected[pair.section('=', 0, 0)] = pair.section('=', 1);
+    }
+    m_page->slot_information(CodeID(code), payload);
+    const QMap<QString, QString> after = shown();
+    for (auto it = expected.cbegin(); it != expected.cend(); ++it)
+        QCOMPARE(it.key() + '=' + after.value(it.key()), it.key() + '=' + it.value());
+}
+
+// "使能" switched on, then "刷新帧": the frequency's answer does not switch it
+// off, and the parameter file saves the switches as the page shows them.
+void TestCustomConfig::switchesSurviveARefreshAndGoToTheFile()
+{
+    m_host.data.TTLEnable = false;
+    m_host.data.CANEnable = true;
+    m_page->refreshFromRecord();
+    auto *serial = child<MCheckBox>(m_page, "ttlEnable");
+    auto *can = child<MCheckBox>(m_page, "canEnable");
+    clickBox(serial);
+    clickBox(can);
+    m_page->slot_information(CustomOutputD3, QByteArray(1, char(50)));
+    m_page->slot_information(CustomOutputD5, QByteArray(1, '\0'));
+    QVERIFY(serial->checked());
+    QVERIFY(!can->checked());
+    const QString fragment = m_page->fileFragment();
+    QVERIFY2(
+        fragment.contains("<TTLEnable>1</TTLEnable>\r\n<CANEnable>0</CANEnable>\r\n"), qPrintable(fragment));
+}
+
+// For a person to look at: with QUILLMARK_SHOTS_DIR set, the page, a frame's
+// data-mapping window and the CAN receive window with frames of every shape,
+// in Chinese and in English.
+void TestCustomConfig::windowShots()
+{
+    const QString out = qEnvironmentVariable("QUILLMARK_SHOTS_DIR");
+    if (out.isEmpty())
+        QSKIP("QUILLMARK_SHOTS_DIR is not set");
+    // As the program runs: the test main pins text layout to 96 dpi, which
+    // stretches tab stops against the screen's fonts.
+    QCoreApplication::setAttribute(Qt::AA_Use96Dpi, false);
+    for (const bool english : { false, true }) {
+        QTranslator translator;
+        if (english) {
+            QVERIFY(translator.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
+            QApplication::installTranslator(&translator);
+        }
+        const QString suffix = english ? QStringLiteral("_english.png") : QStringLiteral(".png");
+        delete m_page;
+        flushDeletes();
+        m_host.data = DeviceData();
+        m_host.data.PyxGOutputMode = 2;
+        m_page = new CustomConfig;
+        // As in the program: the main window's style sheet over the page and
+        // the windows it opens.
+        QFile sheet(QStringLiteral(QM_APP_DIR "/config/StyleSheets.qss"));
+        QVERIFY(sheet.open(QIODevice::ReadOnly));
+        m_page->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+        m_page->resize(1000, 900);
+        m_page->show();
+        editEverything();
+        // Byte 8 mapped to "NONE": the selectors show it whole.
+        DataWidget *none = openMapping(1);
+        child<QCheckBox>(none, "dataConfig_8")->click();
+        auto *channel = child<QComboBox>(none, "channelMap");
+        channel->setCurrentIndex(channel->count() - 1);
+        QVERIFY(none->grab().save(out + "/datawidget_none" + suffix));
+        none->close();
+        QTest::qWait(50); // the frame editors take their places
+        QVERIFY(m_page->grab().save(out + "/customconfig" + suffix));
+        DataWidget *mapping = openMapping(0);
+        QVERIFY(QTest::qWaitForWindowExposed(mapping));
+        QVERIFY(mapping->grab().save(out + "/datawidget" + suffix));
+        mapping->close();
+
+        canReceive receive;
+        receive.setStyleSheet(m_page->styleSheet());
+        receive.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&receive));
+        receive.addFrame(QByteArray::fromHex("a501 00000000 00 00 08 0102030405060708"));
+        receive.addFrame(QByteArray::fromHex("fe07 e550ff18 04 02 00"));
+        receive.addFrame(QByteArray::fromHex("2301 78563412 01 00 03 aabbcc"));
+        QVERIFY(receive.grab().save(out + "/canreceive" + suffix));
+        if (english)
+            QApplication::removeTranslator(&translator);
+    }
 }
 
 QTEST_MAIN(TestCustomConfig)

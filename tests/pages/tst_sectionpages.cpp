@@ -178,12 +178,16 @@ private Q_SLOTS:
 private:
     TestHost m_host;
     bool m_answer = true;
+    int m_asked = 0;
 };
 
 void TestSectionPages::initTestCase()
 {
     AppPaths::setAppDir(QStringLiteral(QM_APP_DIR)); // the pictures beside the program
-    Messages::setResponder([this](const Messages::Shown &) { return m_answer; });
+    Messages::setResponder([this](const Messages::Shown &) {
+        ++m_asked;
+        return m_answer;
+    });
 }
 
 void TestSectionPages::init()
@@ -437,7 +441,10 @@ void TestSectionPages::baudChangeIsConfirmed()
     page.slot_information(BaudData, hex("00c20100"));
     m_answer = confirmed;
     auto *baud = child<QComboBox>(&page, "baud");
+    m_asked = 0;
     QTest::keyClick(baud, Qt::Key_Down); // the user picks the next rate
+    // Asked once the selector is done with the pick.
+    QTRY_COMPARE(m_asked, 1);
     QCOMPARE(baud->currentText(), shown);
     QCOMPARE(page.collectPayloads().at(5).toHex(), QByteArray(confirmed ? "00840300" : "00c20100"));
 }

@@ -100,6 +100,8 @@ private Q_SLOTS:
     void payloadsOfTheRecord_data();
     void payloadsOfTheRecord();
     void answersReadBackWhatWasWritten();
+    void frameCountNeverGrowsThePagesList_data();
+    void frameCountNeverGrowsThePagesList();
     void unfitAnswersLeaveTheRecord_data();
     void unfitAnswersLeaveTheRecord();
     void fileFragmentByteForByte();
@@ -137,6 +139,8 @@ void TestCustomOutput::answersReadBackWhatWasWritten()
 {
     const QList<QByteArray> w = twoFramePayloads();
     DeviceData d;
+    // The page's list already holds the two frames; the answers fill them.
+    CanFrameList::resize(d, 2);
     QVERIFY(decodeOutputMode(w.at(0), d));
     QVERIFY(decodeEnables(w.at(1), d));
     QVERIFY(decodeCanFrequency(w.at(2), d));
@@ -155,6 +159,49 @@ void TestCustomOutput::answersReadBackWhatWasWritten()
     QCOMPARE(int(d.canFrames.at(1).ide), 4);
     QCOMPARE(int(d.canFrames.at(1).rtr), 2);
     QCOMPARE(payloadsFromRecord(d), w);
+}
+
+void TestCustomOutput::frameCountNeverGrowsThePagesList_data()
+{
+    QTest::addColumn<bool>("unitRecord");
+    QTest::addColumn<QByteArray>("payload");
+    QTest::addColumn<QString>("standardIds"); // of the frames after the answer
+    QTest::addColumn<int>("count");
+    // The list holds 17 and 34 before each answer.
+    QTest::newRow("count 3 keeps two") << false << hex("03") << "17,34" << 3;
+    QTest::newRow("count 10 keeps two") << false << hex("0a") << "17,34" << 10;
+    QTest::newRow("count 1 drops the last") << false << hex("01") << "17" << 1;
+    QTest::newRow("count 0 empties") << false << hex("00") << "" << 0;
+    QTest::newRow("frame 1 of 3 filled") << false << hex("03 01 3412 00000000 00 00 08") << "17,4660" << 3;
+    QTest::newRow("frame 2 of 3 not added") << false << hex("03 02 3412 00000000 00 00 08") << "17,34" << 3;
+    QTest::newRow("count 11 refused") << false << hex("0b") << "17,34" << 2;
+    // A record that mirrors the unit follows its count both ways.
+    QTest::newRow("unit: count 3 adds one") << true << hex("03") << "17,34,0" << 3;
+    QTest::newRow("unit: frame 2 of 3 filled")
+        << true << hex("03 02 3412 00000000 00 00 08") << "17,34,4660" << 3;
+    QTest::newRow("unit: count 1 drops the last") << true << hex("01") << "17" << 1;
+}
+
+// Answer 48 right after the page opened must not grow the page's list: a
+// write would then send empty identifiers and mappings over the unit's frames.
+void TestCustomOutput::frameCountNeverGrowsThePagesList()
+{
+    QFETCH(bool, unitRecord);
+    QFETCH(QByteArray, payload);
+    QFETCH(QString, standardIds);
+    QFETCH(int, count);
+    DeviceData d;
+    CanFrameList::resize(d, 2);
+    d.canFrames[0].standardId = 17;
+    d.canFrames[1].standardId = 34;
+    (unitRecord ? decodeUnitFrameCount : decodeFrameCount)(payload, d);
+    QStringList ids;
+    for (int i = 0; i < d.canFrames.size(); ++i) {
+        ids << QString::number(d.canFrames.at(i).standardId);
+        QCOMPARE(d.canFrames.at(i).index, i);
+    }
+    QCOMPARE(ids.join(QLatin1Char(',')), standardIds);
+    QCOMPARE(int(d.CANFrameCnt), count);
 }
 
 void TestCustomOutput::unfitAnswersLeaveTheRecord_data()

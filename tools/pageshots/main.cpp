@@ -4,6 +4,7 @@
 #include "AnswerRules.h"
 #include "AppPaths.h"
 #include "CanFrame.h"
+#include "CanReceive.h"
 #include "ChannelListenInterface.h"
 #include "CustomConfig.h"
 #include "DataWidget.h"
@@ -173,15 +174,23 @@ int main(int argc, char **argv)
             quint8 code;
             QByteArray payload;
         } customReads[] = { { 0x15, {} }, { 0xD1, {} }, { 0xD3, {} }, { 0xD5, QByteArray(1, '\x0A') },
-            { 0xD7, {} }, { 0xD9, {} }, { 0x24, {} }, { 0xD5, QByteArray(1, '\0') },
-            { 0xDB, QByteArray(1, '\0') }, { 0xDD, QByteArray(1, '\0') }, { 0x20, QByteArray(1, '\0') },
-            { 0x22, QByteArray(1, '\0') } };
+            { 0xD7, {} }, { 0xD9, {} }, { 0x24, {} } },
+          frameReads[] = { { 0xD5, QByteArray(1, '\0') }, { 0xDB, QByteArray(1, '\0') },
+              { 0xDD, QByteArray(1, '\0') }, { 0x20, QByteArray(1, '\0') }, { 0x22, QByteArray(1, '\0') } };
+        auto *custom = static_cast<CustomConfig *>(hub.page(6));
         for (const auto &read : customReads) {
             QStringList notes;
             for (const QByteArray &frame : unit.handle(read.code, read.payload, 0, &notes))
                 deliver(hub, frame);
         }
-        auto *custom = static_cast<CustomConfig *>(hub.page(6));
+        // The count alone adds no frame: the user adds one and the refresh
+        // fills it with the unit's.
+        custom->findChild<QPushButton *>(QStringLiteral("addFrame"))->click();
+        for (const auto &read : frameReads) {
+            QStringList notes;
+            for (const QByteArray &frame : unit.handle(read.code, read.payload, 0, &notes))
+                deliver(hub, frame);
+        }
         custom->findChild<QPushButton *>(QStringLiteral("addFrame"))->click();
         CanFrameRecord &second = host.data.canFrames[1];
         second.extendedId = 0x18FF50E5;
@@ -207,6 +216,13 @@ int main(int argc, char **argv)
             ok &= save(mapping, size,
                 QStringLiteral("%1/custom_mapping_%2x%3.png").arg(out).arg(size.width()).arg(size.height()));
         mapping->close();
+
+        // The frames the unit hands back, one of each shape.
+        canReceive receive;
+        for (const char *frame : { "a501 00000000 00 00 08 0102030405060708", "fe07 e550ff18 04 02 00",
+                 "2301 78563412 01 00 03 aabbcc" })
+            receive.addFrame(QByteArray::fromHex(frame));
+        ok &= save(&receive, receive.size(), QStringLiteral("%1/custom_can_receive.png").arg(out));
 
         const char *const sections[] = { "sbus1", "sbus2", "hold" };
         for (int section = 0; section < 3; ++section) {
@@ -235,7 +251,8 @@ int main(int argc, char **argv)
             QStringList notes;
             for (const Request &request : Sequences::readGroup(SectionRadioModule)) {
                 const QByteArray &f = request.frame;
-                for (const QByteArray &frame : unit.handle(quint8(f.at(1)), f.mid(4, f.size() - 5), 0, &notes))
+                for (const QByteArray &frame :
+                    unit.handle(quint8(f.at(1)), f.mid(4, f.size() - 5), 0, &notes))
                     deliver(hub, frame);
             }
             ok &= save(&hub, full, QStringLiteral("%1/settings_module_power.png").arg(out));
