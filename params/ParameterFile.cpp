@@ -281,8 +281,9 @@ int convertPort2NoneValue(int value)
     return int((0u - unsigned(value)) | 0x80u);
 }
 
-void load(QIODevice *device, DeviceData &data)
+void load(QIODevice *device, DeviceData &data, LoadReport *report)
 {
+    LoadReport counted;
     QXmlStreamReader xml(device);
     const QHash<QString, Apply> &elements = simpleElements();
     while (!xml.atEnd()) {
@@ -295,9 +296,10 @@ void load(QIODevice *device, DeviceData &data)
             QStringList texts;
             if (!XmlContainers::collectChildTexts(xml, XmlContainers::channelGroupTags(), texts))
                 break;
-            if (texts.size() == XmlContainers::channelGroupTags().size())
+            if (texts.size() == XmlContainers::channelGroupTags().size()) {
                 applyChannelGroups(port, texts, data);
-            else
+                ++counted.elements;
+            } else
                 qCDebug(lcParams) << "parameter file: port" << port + 1 << "defaults with" << texts.size()
                                   << "children ignored";
             continue;
@@ -312,20 +314,25 @@ void load(QIODevice *device, DeviceData &data)
         // the program's own files that token is the line end. Keep it so.
         xml.readNext();
         apply(data, text);
+        ++counted.elements;
     }
-    if (xml.hasError())
+    if (xml.hasError()) {
+        counted.stoppedAtLine = xml.lineNumber();
         qCDebug(lcParams) << "parameter file: reading stopped at line" << xml.lineNumber() << ":"
                           << xml.errorString();
+    }
+    if (report)
+        *report = counted;
 }
 
-bool load(const QString &path, DeviceData &data)
+bool load(const QString &path, DeviceData &data, LoadReport *report)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qCDebug(lcParams) << "parameter file: cannot open" << path;
         return false;
     }
-    load(&file, data);
+    load(&file, data, report);
     return true;
 }
 

@@ -30,8 +30,16 @@ QString join(const QStringList &fragments);
 // container counts only with exactly eight children, taken by position;
 // noneValue entries with bit 7 set are converted, by a different rule on
 // each port; unknown elements are searched through for known ones.
-bool load(const QString &path, DeviceData &data);
-void load(QIODevice *device, DeviceData &data);
+// How far a load got, for the window to tell the user: the known elements
+// taken (a default container counts once), and the line at which a broken
+// document stopped the reading (0 when it was read to its end).
+struct LoadReport {
+    int elements = 0;
+    qint64 stoppedAtLine = 0;
+};
+
+bool load(const QString &path, DeviceData &data, LoadReport *report = nullptr);
+void load(QIODevice *device, DeviceData &data, LoadReport *report = nullptr);
 void loadBytes(const QByteArray &bytes, DeviceData &data);
 
 // noneValue conversions of the reader, one entry at a time (see load()).
