@@ -15,6 +15,8 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <cstdio>
+
 namespace {
 const char kProductName[] = "Quillmark";
 
@@ -42,6 +44,14 @@ int runQuillmark(int argc, char **argv)
 {
     QElapsedTimer sinceMain;
     sinceMain.start();
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const QString answer = StartupRules::commandLineAnswer(arguments, QStringLiteral(QM_VERSION));
+    if (!answer.isEmpty()) {
+        fputs(answer.toLocal8Bit().constData(), stdout);
+        return 0;
+    }
     prepareProcessEnvironment();
 
     RunGuard guard(StartupRules::guardKey(qEnvironmentVariable("QUILLMARK_INSTANCE")));
