@@ -172,7 +172,9 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     if (answer.emits) {
         if (RecordAnswers::decode(code, answer.data, m_modelIndex, m_unitRecord))
             m_unitRecordRead = true;
-        if (answer.codeId != ChannelDataReport)
+        // Live reports and the battery answer of a menu's prelude are not
+        // answers of the group being read.
+        if (answer.codeId != ChannelDataReport && answer.codeId != BatteryData)
             m_status->answerArrived();
         Q_EMIT signal_information(answer.codeId, answer.data);
     }
