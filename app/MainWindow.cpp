@@ -23,8 +23,8 @@
 #include "RadioResources.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
-#include "StatusLine.h"
 #include "StartupRules.h"
+#include "StatusLine.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>

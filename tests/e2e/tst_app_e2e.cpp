@@ -170,9 +170,12 @@ void TestAppE2e::helpAndVersionPrintWithoutAWindow_data()
 {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("--version") << "--version" << "quillmark 1.5.0\n";
-    QTest::newRow("--help") << "--help" << "  --no-reconnect  leave the port closed when the unit goes away\n";
-    QTest::newRow("-h") << "-h" << "  --version       print the version and exit\n";
+    QTest::newRow("--version") << "--version"
+                               << "quillmark 1.5.0\n";
+    QTest::newRow("--help") << "--help"
+                            << "  --no-reconnect  leave the port closed when the unit goes away\n";
+    QTest::newRow("-h") << "-h"
+                        << "  --version       print the version and exit\n";
 }
 
 // No display at all: a program that tried to open its window would fail

@@ -95,7 +95,8 @@ void TestPortChooserE2e::chosenUnitIsUsedAtOnceAndRemembered()
     QCOMPARE(m_shown.at(0).title, QStringLiteral("Open serial"));
     QCOMPARE(m_shown.at(0).text, QStringLiteral("/nonexistent/ttyQM9 open failed!"));
     QVERIFY(chooser(window) && chooser(window)->isVisible());
-    QCOMPARE(labelText(window, "portProblem"), QStringLiteral("/nonexistent/ttyQM9：没有这个设备（未连接，或路径有误）。"));
+    QCOMPARE(labelText(window, "portProblem"),
+        QStringLiteral("/nonexistent/ttyQM9：没有这个设备（未连接，或路径有误）。"));
     QCOMPARE(labelText(window, "statusConnection"), QStringLiteral("未连接：没有这个设备"));
     QCOMPARE(labelText(window, "statusPort"), QStringLiteral("端口：/nonexistent/ttyQM9"));
 
