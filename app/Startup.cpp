@@ -38,6 +38,11 @@ void prepareProcessEnvironment()
 {
     if (qEnvironmentVariableIsEmpty("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    // On a high-DPI screen (a 192-dpi X server, or QT_SCALE_FACTOR) the
+    // window keeps its layout at the screen's scale, and icons are drawn
+    // at the screen's resolution instead of being stretched.
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 
 int runQuillmark(int argc, char **argv)
