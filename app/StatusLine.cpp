@@ -10,6 +10,7 @@ QLabel *addLabel(QStatusBar *bar, const char *name, bool permanent)
     auto *label = new QLabel(bar);
     label->setObjectName(QLatin1String(name));
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setContentsMargins(4, 0, 4, 0); // clear of the window's edge
     if (permanent)
         bar->addPermanentWidget(label);
     else
