@@ -14,6 +14,8 @@
 #include "ModelInterface.h"
 #include "ModelPages.h"
 #include "ParameterFile.h"
+#include "PortChooser.h"
+#include "PortFile.h"
 #include "RFParaConfig.h"
 #include "RecordAnswers.h"
 #include "RecordFile.h"
@@ -22,6 +24,7 @@
 #include "SerialLink.h"
 #include "SettingPage.h"
 #include "StartupRules.h"
+#include "StatusLine.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
@@ -30,6 +33,8 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QIcon>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -53,6 +58,10 @@ MainWindow::MainWindow(QWidget *parent)
     ui->setupUi(this);
     g_mainWindow = this;
     m_connectingScreen = ui->centralwidget;
+    setWindowIcon(QIcon(QStringLiteral(":/app/quillmark.svg")));
+    m_status = new StatusLine(statusBar());
+    m_portChooser = new PortChooser(ui->centralwidget);
+    ui->verticalLayout->insertWidget(1, m_portChooser);
 
     setWindowTitle(QStringLiteral("Brenvo-remote controller 1.5.0"));
     m_configDir = AppPaths::file(QStringLiteral("/config/"));
@@ -66,6 +75,8 @@ MainWindow::MainWindow(QWidget *parent)
     m_reconnectTimer->setInterval(1000);
     connect(m_reconnectTimer, &QTimer::timeout, this, &MainWindow::tryReconnect);
     m_link->openFromFile(AppPaths::userFile(QStringLiteral("/config/port.xml")), this);
+    connect(m_portChooser, &PortChooser::connectRequested, this, &MainWindow::connectToPort);
+    showLinkState();
 
     setMinimumSize(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
     placeWindow();
@@ -139,14 +150,17 @@ void MainWindow::slot_readyRead()
 void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
 {
     const Answer answer = interpretAnswer(code, payload);
-    if (!answer.failureText.isEmpty())
+    if (!answer.failureText.isEmpty()) {
         qCDebug(lcLink).noquote() << answer.failureText;
+        m_status->refused(answer.failureText);
+    }
     if (answer.moduleAnswer) {
         if (answer.moduleKind >= 0) {
             m_data.m_module = answer.moduleKind;
             m_unitRecord.m_module = answer.moduleKind;
         }
         qCDebug(lcApp).noquote() << QStringLiteral("m_data.m_module = ") + QString::number(m_data.m_module);
+        m_status->setUnit(m_modelId, m_data.m_module);
     }
     if (answer.showCanWindow) {
         if (!m_canReceive)
@@ -158,6 +172,10 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     if (answer.emits) {
         if (RecordAnswers::decode(code, answer.data, m_modelIndex, m_unitRecord))
             m_unitAnswers.note(code, answer.data);
+        // Live reports and the battery answer of a menu's prelude are not
+        // answers of the group being read.
+        if (answer.codeId != ChannelDataReport && answer.codeId != BatteryData)
+            m_status->answerArrived();
         Q_EMIT signal_information(answer.codeId, answer.data);
     }
     if (answer.identify)
@@ -195,6 +213,8 @@ void MainWindow::identify(const QString &identifier)
     m_unitAnswers.clear();
 
     m_modelIndex = model;
+    m_status->setUnit(identifier, m_data.m_module);
+    m_status->setConnection(StatusText::Connection::Connected);
     ModelInterface *page = createModelPage(model, this);
     m_modelPages[size_t(model)] = page;
     connect(page, &ModelInterface::signal_startupCalibration, this, &MainWindow::slot_startupCalibration);
@@ -215,9 +235,12 @@ void MainWindow::identify(const QString &identifier)
 
 void MainWindow::unitLost()
 {
-    if (!m_reconnect || m_closing)
+    if (!m_reconnect || m_closing) {
+        m_status->setConnection(StatusText::Connection::Lost);
         return; // the port is never reopened: the window just stops hearing the unit
+    }
     qCDebug(lcApp) << "the unit went away; reopening the port once a second";
+    m_status->setConnection(StatusText::Connection::Reconnecting);
     setCentral(m_connectingScreen);
     m_reconnectTimer->start();
 }
@@ -228,10 +251,37 @@ void MainWindow::tryReconnect()
         return;
     m_reconnectTimer->stop();
     qCDebug(lcApp) << "port open again; identifying the unit";
+    showLinkState();
     m_reconnected = true;
     // As at start: the unit needs a moment after the port opens.
     busyWait(kStartupDelayMs);
     m_link->run(Sequences::identifyUnit());
+}
+
+void MainWindow::connectToPort(const QString &name)
+{
+    if (!m_link->openNamed(name)) {
+        showLinkState();
+        return;
+    }
+    m_reconnectTimer->stop();
+    const QString portFile = AppPaths::writableFile(QStringLiteral("/config/port.xml"));
+    if (!writePortFile(portFile, name))
+        qCWarning(lcApp) << "could not remember the port in" << portFile;
+    showLinkState();
+    // As at start: the unit needs a moment after the port opens.
+    busyWait(kStartupDelayMs);
+    m_link->run(Sequences::identifyUnit());
+}
+
+void MainWindow::showLinkState()
+{
+    const bool open = m_link->isOpen();
+    m_status->setPort(m_link->portName());
+    m_status->setConnection(open ? StatusText::Connection::Connecting : StatusText::Connection::NotOpen,
+        PortProblems::shortText(m_link->problem()));
+    m_portChooser->setProblem(m_link->problemText());
+    m_portChooser->setVisible(!open);
 }
 
 QString MainWindow::backupBeforeWrite()
@@ -244,8 +294,12 @@ QString MainWindow::backupBeforeWrite()
     QString error;
     const QString path = Backups::save(
         m_modelId, RecordFile::text(m_unitRecord, read), QDateTime::currentDateTime(), &error);
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         qCWarning(lcApp).noquote() << "backup failed, writing anyway:" << error;
+        m_status->backupFailed(error);
+    } else {
+        m_status->backupSaved(QStringLiteral("backup/") + QFileInfo(path).fileName());
+    }
     return path;
 }
 
@@ -318,6 +372,7 @@ void MainWindow::showHub()
     if (!m_hub)
         return;
     setCentral(m_hub);
+    m_status->readStarted(SectionSbus1);
     m_link->run(Sequences::showHub());
 }
 
@@ -373,36 +428,43 @@ void MainWindow::slot_finishCalibration()
 
 void MainWindow::slot_sbus1Config()
 {
+    m_status->readStarted(SectionSbus1);
     m_link->run(Sequences::menu(SectionSbus1));
 }
 
 void MainWindow::slot_sbus2Config()
 {
+    m_status->readStarted(SectionSbus2);
     m_link->run(Sequences::menu(SectionSbus2));
 }
 
 void MainWindow::slot_channelHold()
 {
+    m_status->readStarted(SectionChannelHold);
     m_link->run(Sequences::menu(SectionChannelHold));
 }
 
 void MainWindow::slot_buttonSetting()
 {
+    m_status->readStarted(SectionButtons);
     m_link->run(Sequences::menu(SectionButtons));
 }
 
 void MainWindow::slot_comprehensiveSetting()
 {
+    m_status->readStarted(SectionComprehensive);
     m_link->run(Sequences::menu(SectionComprehensive));
 }
 
 void MainWindow::slot_rfRadioConfig()
 {
+    m_status->readStarted(SectionRadioModule);
     m_link->run(Sequences::menu(SectionRadioModule));
 }
 
 void MainWindow::slot_customConfig()
 {
+    m_status->readStarted(SectionCustomOutput);
     m_link->run(Sequences::menu(SectionCustomOutput));
 }
 
@@ -411,6 +473,7 @@ void MainWindow::slot_readData()
     if (!m_hub)
         return;
     m_hub->setPageAreaEnabled(false);
+    m_status->readStarted(currentSection());
     m_link->run(Sequences::readGroup(currentSection()));
     if (m_hub) // the sequence's pauses let a reconnect rebuild it
         m_hub->setPageAreaEnabled(true);
@@ -428,6 +491,7 @@ void MainWindow::slot_saveData()
         const std::optional<RequestPlan> plan
             = Sequences::writeSection(section, payloads, m_data.CANFrameCnt, m_data.canFrames.size());
         if (plan) {
+            m_status->writeStarted(section);
             backupBeforeWrite();
             MDlg *notice = nullptr;
             if (section == SectionCustomOutput) {
@@ -438,6 +502,9 @@ void MainWindow::slot_saveData()
             }
             m_link->run(*plan);
             delete notice;
+            m_status->wrote(section);
+        } else {
+            m_status->notWritten(section);
         }
     }
     if (m_hub) // the question and the pauses let a reconnect rebuild it
@@ -446,6 +513,7 @@ void MainWindow::slot_saveData()
 
 void MainWindow::writeAll()
 {
+    m_status->writeAllStarted();
     backupBeforeWrite();
     auto *notice = new MDlg(this, false);
     notice->setStyleSheet(m_styleSheet);
@@ -472,7 +540,13 @@ void MainWindow::writeAll()
         all.radioModule = fromPage(SectionRadioModule);
         all.customOutput = fromPage(SectionCustomOutput);
     }
-    m_link->run(Sequences::writeAll(all));
+    const RequestPlan plan = Sequences::writeAll(all);
+    int sent = 0;
+    m_link->run(plan, [this, &sent](int done, int total) {
+        sent = done;
+        m_status->writeAllProgress(done, total);
+    });
+    m_status->writeAllFinished(sent, plan.size(), m_link->isOpen());
     notice->deleteLater();
 }
 
@@ -495,14 +569,24 @@ void MainWindow::slot_saveConfigFile()
     QFile file(name);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         qCDebug(lcApp) << "parameter file: cannot write" << name;
+        m_status->notSaved(QFileInfo(name).fileName());
         return;
     }
-    file.write(parameterFileText().toLocal8Bit());
+    const QByteArray text = parameterFileText().toLocal8Bit();
+    if (file.write(text) == text.size() && file.flush())
+        m_status->saved(QFileInfo(name).fileName());
+    else
+        m_status->notSaved(QFileInfo(name).fileName());
 }
 
 bool MainWindow::loadConfigFile(const QString &path)
 {
-    const bool opened = ParameterFile::load(path, m_data);
+    ParameterFile::LoadReport report;
+    const bool opened = ParameterFile::load(path, m_data, ParameterFile::FixedValues::Converted, &report);
+    if (opened)
+        m_status->loaded(QFileInfo(path).fileName(), report.elements, report.stoppedAtLine);
+    else
+        m_status->notLoaded(QFileInfo(path).fileName());
     if (m_hub)
         m_hub->refreshPages();
     return opened;
@@ -525,6 +609,7 @@ void MainWindow::slot_restoreFactory()
 {
     if (!confirm(tr("恢复出厂设置"), tr("确认要恢复出厂设置吗！")))
         return;
+    m_status->factoryResetStarted(currentSection());
     m_link->run(Sequences::factoryReset(currentSection()));
 }
 

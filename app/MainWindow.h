@@ -18,7 +18,9 @@ class MainWindow;
 }
 class ChannelListenInterface;
 class ModelInterface;
+class PortChooser;
 class SerialLink;
+class StatusLine;
 class canReceive;
 class QTimer;
 
@@ -117,6 +119,12 @@ private:
     void identify(const QString &identifier);
     void unitLost();
     void tryReconnect();
+    // The port chooser's choice: open it, remember it in the user's
+    // port.xml and identify the unit behind it.
+    void connectToPort(const QString &name);
+    // The status line's port and connection, and the port chooser on the
+    // connecting screen while the port is not open.
+    void showLinkState();
     void createHub();
     void setCentral(QWidget *page);
     int currentSection() const;
@@ -143,4 +151,6 @@ private:
     bool m_reconnect = true;
     bool m_reconnected = false; // the next identification follows a reconnect
     QTimer *m_reconnectTimer = nullptr;
+    StatusLine *m_status = nullptr;
+    PortChooser *m_portChooser = nullptr;
 };

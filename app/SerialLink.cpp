@@ -23,6 +23,7 @@ SerialLink::SerialLink(QObject *parent)
 void SerialLink::openFromFile(const QString &path, QWidget *messageParent)
 {
     const std::optional<QStringList> names = readPortNames(path);
+    m_problem = PortProblem::NotConfigured;
     if (!names) {
         Messages::warning(messageParent, QStringLiteral("port.xml"), QStringLiteral("open file failed!"));
         return;
@@ -30,7 +31,7 @@ void SerialLink::openFromFile(const QString &path, QWidget *messageParent)
     for (const QString &name : *names) {
         // A later port element replaces an earlier one.
         configure(name);
-        if (!m_port->open(QIODevice::ReadWrite)) {
+        if (!openConfigured()) {
             qCDebug(lcApp) << name;
             Messages::warning(messageParent, QStringLiteral("Open serial"),
                               QStringLiteral("%1 open failed!").arg(name));
@@ -43,6 +44,7 @@ void SerialLink::configure(const QString &name)
     if (m_port)
         m_port->deleteLater(); // it may be the sender of the signal being handled
     m_port = new QSerialPort(this);
+    m_portName = name;
     m_port->setPortName(name);
     m_port->setBaudRate(QSerialPort::Baud115200, QSerialPort::AllDirections);
     m_port->setDataBits(QSerialPort::Data8);
@@ -63,13 +65,45 @@ void SerialLink::configure(const QString &name)
     });
 }
 
+bool SerialLink::openConfigured()
+{
+    if (m_port->open(QIODevice::ReadWrite)) {
+        m_problem = PortProblem::None;
+        m_problemDetail.clear();
+        return true;
+    }
+    m_problem = PortProblems::classifyOpenFailure(m_portName, m_port->error());
+    m_problemDetail = m_port->errorString();
+    return false;
+}
+
+QString SerialLink::problemText() const
+{
+    return PortProblems::text(m_problem, portName(), m_problemDetail);
+}
+
+QString SerialLink::portName() const
+{
+    return m_portName;
+}
+
+bool SerialLink::openNamed(const QString &name)
+{
+    configure(name);
+    if (!openConfigured())
+        return false;
+    m_cutter = FrameCutter();
+    m_inbox.clear();
+    return true;
+}
+
 bool SerialLink::reopenFromFile(const QString &path)
 {
     const std::optional<QStringList> names = readPortNames(path);
     if (!names || names->isEmpty())
         return false;
     configure(names->constLast());
-    if (!m_port->open(QIODevice::ReadWrite))
+    if (!openConfigured())
         return false;
     // Half a frame from the unit that went away must not join the new one's.
     m_cutter = FrameCutter();
@@ -106,8 +140,16 @@ void SerialLink::send(const QByteArray &frame)
 
 void SerialLink::run(const RequestPlan &plan)
 {
+    run(plan, Progress());
+}
+
+void SerialLink::run(const RequestPlan &plan, const Progress &progress)
+{
+    int sent = 0;
     for (const Request &request : plan) {
         send(request.frame);
+        if (progress)
+            progress(++sent, plan.size());
         if (request.waitMs > 0)
             busyWait(request.waitMs);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FrameCutter.h"
+#include "PortProblem.h"
 #include "Sequences.h"
 
 #include <QObject>
@@ -26,6 +27,14 @@ public:
     // without any message (it is tried once a second). True once it is open.
     bool reopenFromFile(const QString &path);
 
+    // Opens the port of that name (no message) in place of the current one;
+    // what port.xml names is not read. True once it is open.
+    bool openNamed(const QString &name);
+    // Why the last open failed (None after a successful one), in words.
+    PortProblem problem() const { return m_problem; }
+    QString problemText() const;
+    QString portName() const;
+
     QSerialPort *port() const { return m_port; }
     bool isOpen() const;
 
@@ -33,6 +42,10 @@ public:
     void send(const QByteArray &frame);
     // Writes the frames of a plan, each followed by its busy wait.
     void run(const RequestPlan &plan);
+    // The same, telling after each frame went out how many of how many did
+    // (before that frame's wait).
+    using Progress = std::function<void(int sent, int total)>;
+    void run(const RequestPlan &plan, const Progress &progress);
 
     using FrameHandler = std::function<void(quint8 code, const QByteArray &payload)>;
     // Reads all available bytes, cuts frames and hands each to the handler.
@@ -52,6 +65,7 @@ Q_SIGNALS:
 
 private:
     void configure(const QString &name);
+    bool openConfigured();
 
     struct Frame {
         quint8 code;
@@ -62,4 +76,7 @@ private:
     FrameCutter m_cutter;
     QQueue<Frame> m_inbox;
     bool m_handingOn = false;
+    QString m_portName; // as port.xml or the user gave it
+    PortProblem m_problem = PortProblem::None;
+    QString m_problemDetail;
 };

@@ -15,6 +15,8 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <cstdio>
+
 namespace {
 const char kProductName[] = "Quillmark";
 
@@ -36,12 +38,25 @@ void prepareProcessEnvironment()
 {
     if (qEnvironmentVariableIsEmpty("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    // On a high-DPI screen (a 192-dpi X server, or QT_SCALE_FACTOR) the
+    // window keeps its layout at the screen's scale, and icons are drawn
+    // at the screen's resolution instead of being stretched.
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 
 int runQuillmark(int argc, char **argv)
 {
     QElapsedTimer sinceMain;
     sinceMain.start();
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const QString answer = StartupRules::commandLineAnswer(arguments, QStringLiteral(QM_VERSION));
+    if (!answer.isEmpty()) {
+        fputs(answer.toLocal8Bit().constData(), stdout);
+        return 0;
+    }
     prepareProcessEnvironment();
 
     RunGuard guard(StartupRules::guardKey(qEnvironmentVariable("QUILLMARK_INSTANCE")));

@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 // Decisions of the start-up that need no window, kept apart to be testable.
 namespace StartupRules {
@@ -22,6 +23,10 @@ QString guardKey(const QString &instanceName);
 // The translation to load, relative to the application directory: Chinese
 // for exactly zh_CN, English for every other locale (zh_TW and zh included).
 QString translationFile(const QString &localeName);
+
+// What `quillmark --help` (or -h) and `quillmark --version` print before the
+// program ends without opening a window; empty for any other command line.
+QString commandLineAnswer(const QStringList &arguments, const QString &version);
 
 struct Placement {
     bool maximise = false;

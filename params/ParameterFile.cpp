@@ -293,8 +293,9 @@ int convertPort2NoneValue(int value)
     return int((0u - unsigned(value)) | 0x80u);
 }
 
-void load(QIODevice *device, DeviceData &data, FixedValues fixed)
+void load(QIODevice *device, DeviceData &data, FixedValues fixed, LoadReport *report)
 {
+    LoadReport counted;
     QXmlStreamReader xml(device);
     const QHash<QString, Apply> &elements = simpleElements();
     while (!xml.atEnd()) {
@@ -307,11 +308,13 @@ void load(QIODevice *device, DeviceData &data, FixedValues fixed)
             QStringList texts;
             if (!XmlContainers::collectChildTexts(xml, XmlContainers::channelGroupTags(), texts))
                 break;
-            if (texts.size() == XmlContainers::channelGroupTags().size() && fixed == FixedValues::AsWritten)
-                applyChannelGroupsAsWritten(port, texts, data);
-            else if (texts.size() == XmlContainers::channelGroupTags().size())
-                applyChannelGroups(port, texts, data);
-            else
+            if (texts.size() == XmlContainers::channelGroupTags().size()) {
+                if (fixed == FixedValues::AsWritten)
+                    applyChannelGroupsAsWritten(port, texts, data);
+                else
+                    applyChannelGroups(port, texts, data);
+                ++counted.elements;
+            } else
                 qCDebug(lcParams) << "parameter file: port" << port + 1 << "defaults with" << texts.size()
                                   << "children ignored";
             continue;
@@ -326,20 +329,25 @@ void load(QIODevice *device, DeviceData &data, FixedValues fixed)
         // the program's own files that token is the line end. Keep it so.
         xml.readNext();
         apply(data, text);
+        ++counted.elements;
     }
-    if (xml.hasError())
+    if (xml.hasError()) {
+        counted.stoppedAtLine = xml.lineNumber();
         qCDebug(lcParams) << "parameter file: reading stopped at line" << xml.lineNumber() << ":"
                           << xml.errorString();
+    }
+    if (report)
+        *report = counted;
 }
 
-bool load(const QString &path, DeviceData &data, FixedValues fixed)
+bool load(const QString &path, DeviceData &data, FixedValues fixed, LoadReport *report)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qCDebug(lcParams) << "parameter file: cannot open" << path;
         return false;
     }
-    load(&file, data, fixed);
+    load(&file, data, fixed, report);
     return true;
 }
 

@@ -35,8 +35,19 @@ QString join(const QStringList &fragments);
 // tools read every number as it is written (AsWritten), so that what they
 // restore is what the file says.
 enum class FixedValues { Converted, AsWritten };
-bool load(const QString &path, DeviceData &data, FixedValues fixed = FixedValues::Converted);
-void load(QIODevice *device, DeviceData &data, FixedValues fixed = FixedValues::Converted);
+
+// How far a load got, for the window to tell the user: the known elements
+// taken (a default container counts once), and the line at which a broken
+// document stopped the reading (0 when it was read to its end).
+struct LoadReport {
+    int elements = 0;
+    qint64 stoppedAtLine = 0;
+};
+
+bool load(const QString &path, DeviceData &data, FixedValues fixed = FixedValues::Converted,
+    LoadReport *report = nullptr);
+void load(QIODevice *device, DeviceData &data, FixedValues fixed = FixedValues::Converted,
+    LoadReport *report = nullptr);
 void loadBytes(const QByteArray &bytes, DeviceData &data, FixedValues fixed = FixedValues::Converted);
 
 // noneValue conversions of the reader, one entry at a time (see load()).

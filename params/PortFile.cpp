@@ -1,7 +1,11 @@
 #include "PortFile.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 std::optional<QStringList> readPortNames(const QString &path)
 {
@@ -16,4 +20,20 @@ std::optional<QStringList> readPortNames(const QString &path)
             names.append(xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed());
     }
     return names;
+}
+
+bool writePortFile(const QString &path, const QString &name)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("config"));
+    xml.writeTextElement(QStringLiteral("port"), name);
+    xml.writeEndElement();
+    xml.writeEndDocument();
+    return !xml.hasError() && file.commit();
 }

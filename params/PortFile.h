@@ -9,3 +9,7 @@
 // Returns nothing when the file cannot be opened; the names in document order
 // otherwise (a later name replaces an earlier one when the port is opened).
 std::optional<QStringList> readPortNames(const QString &path);
+
+// Writes a port file naming one port, in the form readPortNames() reads
+// (the folder is made when missing). False when it cannot be written.
+bool writePortFile(const QString &path, const QString &name);

@@ -897,4 +897,245 @@
         <translation>数据类型</translation>
     </message>
 </context>
+<context>
+    <name>PortChooser</name>
+    <message>
+        <source>刷新</source>
+        <translation>刷新</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>串口路径，例如 /dev/ttyUSB0</source>
+        <translation>串口路径，例如 /dev/ttyUSB0</translation>
+    </message>
+    <message>
+        <source>选择遥控器所在的串口，或输入它的路径</source>
+        <translation>选择遥控器所在的串口，或输入它的路径</translation>
+    </message>
+    <message>
+        <source>串口：</source>
+        <translation>串口：</translation>
+    </message>
+</context>
+<context>
+    <name>PortProblem</name>
+    <message>
+        <source>未设置串口：请在下面选择遥控器的串口。</source>
+        <translation>未设置串口：请在下面选择遥控器的串口。</translation>
+    </message>
+    <message>
+        <source>%1：没有这个设备（未连接，或路径有误）。</source>
+        <translation>%1：没有这个设备（未连接，或路径有误）。</translation>
+    </message>
+    <message>
+        <source>%1：没有权限打开。请把用户加入 dialout 组（sudo usermod -aG dialout $USER），然后重新登录。</source>
+        <translation>%1：没有权限打开。请把用户加入 dialout 组（sudo usermod -aG dialout $USER），然后重新登录。</translation>
+    </message>
+    <message>
+        <source>%1：正被另一个程序使用，请先关闭那个程序。</source>
+        <translation>%1：正被另一个程序使用，请先关闭那个程序。</translation>
+    </message>
+    <message>
+        <source>%1：无法打开（%2）。</source>
+        <translation>%1：无法打开（%2）。</translation>
+    </message>
+    <message>
+        <source>未设置串口</source>
+        <translation>未设置串口</translation>
+    </message>
+    <message>
+        <source>没有这个设备</source>
+        <translation>没有这个设备</translation>
+    </message>
+    <message>
+        <source>没有权限</source>
+        <translation>没有权限</translation>
+    </message>
+    <message>
+        <source>被另一个程序占用</source>
+        <translation>被另一个程序占用</translation>
+    </message>
+    <message>
+        <source>无法打开</source>
+        <translation>无法打开</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>端口：未设置</source>
+        <translation>端口：未设置</translation>
+    </message>
+    <message>
+        <source>端口：%1</source>
+        <translation>端口：%1</translation>
+    </message>
+    <message>
+        <source>Alder</source>
+        <translation>Alder</translation>
+    </message>
+    <message>
+        <source>Birch</source>
+        <translation>Birch</translation>
+    </message>
+    <message>
+        <source>Cedar</source>
+        <translation>Cedar</translation>
+    </message>
+    <message>
+        <source>Larch</source>
+        <translation>Larch</translation>
+    </message>
+    <message>
+        <source>Maple</source>
+        <translation>Maple</translation>
+    </message>
+    <message>
+        <source>Rowan</source>
+        <translation>Rowan</translation>
+    </message>
+    <message>
+        <source>Willow</source>
+        <translation>Willow</translation>
+    </message>
+    <message>
+        <source>无无线模块</source>
+        <translation>无无线模块</translation>
+    </message>
+    <message>
+        <source>无线模块</source>
+        <translation>无线模块</translation>
+    </message>
+    <message>
+        <source>输出模块</source>
+        <translation>输出模块</translation>
+    </message>
+    <message>
+        <source>%1，%2</source>
+        <translation>%1，%2</translation>
+    </message>
+    <message>
+        <source>未连接</source>
+        <translation>未连接</translation>
+    </message>
+    <message>
+        <source>未连接：%1</source>
+        <translation>未连接：%1</translation>
+    </message>
+    <message>
+        <source>连接中…</source>
+        <translation>连接中…</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>已连接</translation>
+    </message>
+    <message>
+        <source>连接已断开</source>
+        <translation>连接已断开</translation>
+    </message>
+    <message>
+        <source>正在重新连接…</source>
+        <translation>正在重新连接…</translation>
+    </message>
+    <message>
+        <source>SBUS 1</source>
+        <translation>SBUS 1</translation>
+    </message>
+    <message>
+        <source>SBUS 2</source>
+        <translation>SBUS 2</translation>
+    </message>
+    <message>
+        <source>通道保持</source>
+        <translation>通道保持</translation>
+    </message>
+    <message>
+        <source>按钮设置</source>
+        <translation>按钮设置</translation>
+    </message>
+    <message>
+        <source>综合设置</source>
+        <translation>综合设置</translation>
+    </message>
+    <message>
+        <source>图传设置</source>
+        <translation>图传设置</translation>
+    </message>
+    <message>
+        <source>自定义设置</source>
+        <translation>自定义设置</translation>
+    </message>
+    <message>
+        <source>读取%1 — 1 个应答</source>
+        <translation>读取%1 — 1 个应答</translation>
+    </message>
+    <message>
+        <source>读取%1 — %2 个应答</source>
+        <translation>读取%1 — %2 个应答</translation>
+    </message>
+    <message>
+        <source>已恢复出厂设置，重新读取%1 — %2 个应答</source>
+        <translation>已恢复出厂设置，重新读取%1 — %2 个应答</translation>
+    </message>
+    <message>
+        <source>已写入%1</source>
+        <translation>已写入%1</translation>
+    </message>
+    <message>
+        <source>未写入%1：页面给出的参数个数不对</source>
+        <translation>未写入%1：页面给出的参数个数不对</translation>
+    </message>
+    <message>
+        <source>设备拒绝：%1</source>
+        <translation>设备拒绝：%1</translation>
+    </message>
+    <message>
+        <source>全部写入：第 %1 帧，共 %2 帧…</source>
+        <translation>全部写入：第 %1 帧，共 %2 帧…</translation>
+    </message>
+    <message>
+        <source>全部写入中断：%1 帧（共 %2 帧）后端口已关闭</source>
+        <translation>全部写入中断：%1 帧（共 %2 帧）后端口已关闭</translation>
+    </message>
+    <message>
+        <source>全部写入完成：%1 帧，其中 %2 帧被设备拒绝</source>
+        <translation>全部写入完成：%1 帧，其中 %2 帧被设备拒绝</translation>
+    </message>
+    <message>
+        <source>全部写入完成：%1 帧</source>
+        <translation>全部写入完成：%1 帧</translation>
+    </message>
+    <message>
+        <source>已加载 %1，到第 %2 行为止（此后文件已损坏）</source>
+        <translation>已加载 %1，到第 %2 行为止（此后文件已损坏）</translation>
+    </message>
+    <message>
+        <source>已加载 %1：%2 组</source>
+        <translation>已加载 %1：%2 组</translation>
+    </message>
+    <message>
+        <source>无法打开 %1</source>
+        <translation>无法打开 %1</translation>
+    </message>
+    <message>
+        <source>已保存 %1</source>
+        <translation>已保存 %1</translation>
+    </message>
+    <message>
+        <source>无法保存 %1</source>
+        <translation>无法保存 %1</translation>
+    </message>
+    <message>
+        <source>已备份：%1</source>
+        <translation>已备份：%1</translation>
+    </message>
+    <message>
+        <source>备份失败：%1</source>
+        <translation>备份失败：%1</translation>
+    </message>
+</context>
 </TS>

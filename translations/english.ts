@@ -897,4 +897,245 @@
         <translation>Frame Type</translation>
     </message>
 </context>
+<context>
+    <name>PortChooser</name>
+    <message>
+        <source>刷新</source>
+        <translation>Refresh</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>Connect</translation>
+    </message>
+    <message>
+        <source>串口路径，例如 /dev/ttyUSB0</source>
+        <translation>Serial port path, for example /dev/ttyUSB0</translation>
+    </message>
+    <message>
+        <source>选择遥控器所在的串口，或输入它的路径</source>
+        <translation>Choose the serial port of the remote control unit, or type its path</translation>
+    </message>
+    <message>
+        <source>串口：</source>
+        <translation>Serial port:</translation>
+    </message>
+</context>
+<context>
+    <name>PortProblem</name>
+    <message>
+        <source>未设置串口：请在下面选择遥控器的串口。</source>
+        <translation>No serial port is set: choose the port of the remote control unit below.</translation>
+    </message>
+    <message>
+        <source>%1：没有这个设备（未连接，或路径有误）。</source>
+        <translation>%1: no such device (not plugged in, or a wrong path).</translation>
+    </message>
+    <message>
+        <source>%1：没有权限打开。请把用户加入 dialout 组（sudo usermod -aG dialout $USER），然后重新登录。</source>
+        <translation>%1: permission denied. Add your user to the dialout group (sudo usermod -aG dialout $USER), then log in again.</translation>
+    </message>
+    <message>
+        <source>%1：正被另一个程序使用，请先关闭那个程序。</source>
+        <translation>%1: busy, in use by another program. Close that program first.</translation>
+    </message>
+    <message>
+        <source>%1：无法打开（%2）。</source>
+        <translation>%1: cannot be opened (%2).</translation>
+    </message>
+    <message>
+        <source>未设置串口</source>
+        <translation>no port set</translation>
+    </message>
+    <message>
+        <source>没有这个设备</source>
+        <translation>no such device</translation>
+    </message>
+    <message>
+        <source>没有权限</source>
+        <translation>permission denied</translation>
+    </message>
+    <message>
+        <source>被另一个程序占用</source>
+        <translation>busy</translation>
+    </message>
+    <message>
+        <source>无法打开</source>
+        <translation>cannot open</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>端口：未设置</source>
+        <translation>Port: none</translation>
+    </message>
+    <message>
+        <source>端口：%1</source>
+        <translation>Port: %1</translation>
+    </message>
+    <message>
+        <source>Alder</source>
+        <translation>Alder</translation>
+    </message>
+    <message>
+        <source>Birch</source>
+        <translation>Birch</translation>
+    </message>
+    <message>
+        <source>Cedar</source>
+        <translation>Cedar</translation>
+    </message>
+    <message>
+        <source>Larch</source>
+        <translation>Larch</translation>
+    </message>
+    <message>
+        <source>Maple</source>
+        <translation>Maple</translation>
+    </message>
+    <message>
+        <source>Rowan</source>
+        <translation>Rowan</translation>
+    </message>
+    <message>
+        <source>Willow</source>
+        <translation>Willow</translation>
+    </message>
+    <message>
+        <source>无无线模块</source>
+        <translation>no radio module</translation>
+    </message>
+    <message>
+        <source>无线模块</source>
+        <translation>radio module</translation>
+    </message>
+    <message>
+        <source>输出模块</source>
+        <translation>output module</translation>
+    </message>
+    <message>
+        <source>%1，%2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>未连接</source>
+        <translation>Not connected</translation>
+    </message>
+    <message>
+        <source>未连接：%1</source>
+        <translation>Not connected: %1</translation>
+    </message>
+    <message>
+        <source>连接中…</source>
+        <translation>Connecting…</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>Connected</translation>
+    </message>
+    <message>
+        <source>连接已断开</source>
+        <translation>Connection lost</translation>
+    </message>
+    <message>
+        <source>正在重新连接…</source>
+        <translation>Reconnecting…</translation>
+    </message>
+    <message>
+        <source>SBUS 1</source>
+        <translation>SBUS 1</translation>
+    </message>
+    <message>
+        <source>SBUS 2</source>
+        <translation>SBUS 2</translation>
+    </message>
+    <message>
+        <source>通道保持</source>
+        <translation>channel hold</translation>
+    </message>
+    <message>
+        <source>按钮设置</source>
+        <translation>buttons</translation>
+    </message>
+    <message>
+        <source>综合设置</source>
+        <translation>comprehensive settings</translation>
+    </message>
+    <message>
+        <source>图传设置</source>
+        <translation>radio module</translation>
+    </message>
+    <message>
+        <source>自定义设置</source>
+        <translation>custom output</translation>
+    </message>
+    <message>
+        <source>读取%1 — 1 个应答</source>
+        <translation>Read %1 — 1 answer</translation>
+    </message>
+    <message>
+        <source>读取%1 — %2 个应答</source>
+        <translation>Read %1 — %2 answers</translation>
+    </message>
+    <message>
+        <source>已恢复出厂设置，重新读取%1 — %2 个应答</source>
+        <translation>Factory reset, read %1 again — %2 answers</translation>
+    </message>
+    <message>
+        <source>已写入%1</source>
+        <translation>Wrote %1</translation>
+    </message>
+    <message>
+        <source>未写入%1：页面给出的参数个数不对</source>
+        <translation>Nothing written for %1: the page gave a wrong number of values</translation>
+    </message>
+    <message>
+        <source>设备拒绝：%1</source>
+        <translation>Unit refused: %1</translation>
+    </message>
+    <message>
+        <source>全部写入：第 %1 帧，共 %2 帧…</source>
+        <translation>Write-all: %1 of %2 frames…</translation>
+    </message>
+    <message>
+        <source>全部写入中断：%1 帧（共 %2 帧）后端口已关闭</source>
+        <translation>Write-all broken off: the port closed after %1 of %2 frames</translation>
+    </message>
+    <message>
+        <source>全部写入完成：%1 帧，其中 %2 帧被设备拒绝</source>
+        <translation>Write-all done: %1 frames, %2 refused by the unit</translation>
+    </message>
+    <message>
+        <source>全部写入完成：%1 帧</source>
+        <translation>Write-all done: %1 frames</translation>
+    </message>
+    <message>
+        <source>已加载 %1，到第 %2 行为止（此后文件已损坏）</source>
+        <translation>Loaded %1 up to line %2 (damaged from there)</translation>
+    </message>
+    <message>
+        <source>已加载 %1：%2 组</source>
+        <translation>Loaded %1: %2 groups</translation>
+    </message>
+    <message>
+        <source>无法打开 %1</source>
+        <translation>Could not open %1</translation>
+    </message>
+    <message>
+        <source>已保存 %1</source>
+        <translation>Saved %1</translation>
+    </message>
+    <message>
+        <source>无法保存 %1</source>
+        <translation>Could not save %1</translation>
+    </message>
+    <message>
+        <source>已备份：%1</source>
+        <translation>Backup saved: %1</translation>
+    </message>
+    <message>
+        <source>备份失败：%1</source>
+        <translation>Backup failed: %1</translation>
+    </message>
+</context>
 </TS>

@@ -78,6 +78,8 @@ private Q_SLOTS:
     void startupIdentifiesAndStartsUpload();
     void unitHangingUpDoesNotCrashTheProgram();
     void refusedStartEndsAtOnce();
+    void helpAndVersionPrintWithoutAWindow_data();
+    void helpAndVersionPrintWithoutAWindow();
 
 private:
     QScopedPointer<RunGuard> m_usersQuillmark;
@@ -162,6 +164,39 @@ void TestAppE2e::refusedStartEndsAtOnce()
     QVERIFY(app.process.waitForFinished(kGenerousMs));
     QCOMPARE(app.process.exitCode(), 255);
     QVERIFY(app.process.readAllStandardError().contains("already running"));
+}
+
+void TestAppE2e::helpAndVersionPrintWithoutAWindow_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("--version") << "--version"
+                               << "quillmark 1.5.0\n";
+    QTest::newRow("--help") << "--help"
+                            << "  --no-reconnect  leave the port closed when the unit goes away\n";
+    QTest::newRow("-h") << "-h"
+                        << "  --version       print the version and exit\n";
+}
+
+// No display at all: a program that tried to open its window would fail
+// to connect to one instead of printing.
+void TestAppE2e::helpAndVersionPrintWithoutAWindow()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, expected);
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(QStringLiteral("DISPLAY"));
+    env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    env.insert(QStringLiteral("QUILLMARK_INSTANCE"), instanceName());
+    process.setProcessEnvironment(env);
+    process.start(kAppBin, { option });
+    QVERIFY(process.waitForFinished(kGenerousMs));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    const QString out = QString::fromLocal8Bit(process.readAllStandardOutput());
+    QVERIFY2(out.contains(expected), qPrintable(out));
 }
 
 QTEST_GUILESS_MAIN(TestAppE2e)

@@ -30,12 +30,19 @@ for f in bin/quillmark bin/quillmark-vunit share/quillmark/config/StyleSheets.qs
     share/quillmark/config/RowanConfig.xml share/quillmark/translations/english.qm \
     share/quillmark/image/yes.png share/quillmark/channelInterface_english.ini \
     share/applications/quillmark.desktop share/icons/hicolor/scalable/apps/quillmark.svg \
-    share/icons/hicolor/256x256/apps/quillmark.png; do
+    share/icons/hicolor/256x256/apps/quillmark.png share/icons/hicolor/48x48/apps/quillmark.png \
+    share/icons/hicolor/32x32/apps/quillmark.png share/icons/hicolor/16x16/apps/quillmark.png \
+    share/doc/quillmark/copyright; do
     [[ -e $prefix/$f ]] || fail "missing $f"
 done
 [[ ! -e $prefix/bin/config ]] || fail "data installed beside the program in bin/"
 
 unset QUILLMARK_APP_DIR
+# Asking for help or the version opens no window and needs no display.
+env -u DISPLAY -u QT_QPA_PLATFORM "$prefix/bin/quillmark" --version | grep -qx 'quillmark [0-9.]*' \
+    || fail "quillmark --version did not print its version"
+env -u DISPLAY -u QT_QPA_PLATFORM "$prefix/bin/quillmark" --help | grep -q -- '--no-reconnect' \
+    || fail "quillmark --help did not print its options"
 export XDG_DATA_HOME=$work/home/data XDG_CONFIG_HOME=$work/home/config
 export QT_QPA_PLATFORM=offscreen QUILLMARK_INSTANCE=install-smoke-$$
 

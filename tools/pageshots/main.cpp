@@ -1,6 +1,9 @@
-// quillmark-pageshots OUTDIR: renders every model page with live values from
-// the virtual unit, at the main window's size and at its smallest size, and
-// the configuration hub for each radio module kind, to PNG files (offscreen).
+// quillmark-pageshots OUTDIR [--scale F]: renders every model page with live
+// values from the virtual unit, at the main window's size and at its smallest
+// size, the configuration hub for each radio module kind, and the main window
+// on its connecting screen, to PNG files (offscreen). With --scale the
+// program's scale factor is F (QT_SCALE_FACTOR, as on a high-DPI screen) and
+// the files are named *_xF.png.
 #include "AnswerRules.h"
 #include "AppPaths.h"
 #include "CanFrame.h"
@@ -9,6 +12,8 @@
 #include "CustomConfig.h"
 #include "DataWidget.h"
 #include "DeviceData.h"
+#include "MainWindow.h"
+#include "Messages.h"
 #include "ModelInterface.h"
 #include "ModelSpec.h"
 #include "RecordHost.h"
@@ -30,8 +35,12 @@
 namespace
 {
 
-bool save(QWidget *widget, const QSize &size, const QString &path)
+QString g_suffix; // "_x2" with --scale 2
+
+bool save(QWidget *widget, const QSize &size, const QString &name)
 {
+    QString path = name;
+    path.insert(path.size() - int(qstrlen(".png")), g_suffix);
     widget->resize(size);
     const bool ok = widget->grab().save(path);
     QTextStream(stdout) << (ok ? "wrote " : "FAILED ") << path << '\n';
@@ -107,9 +116,13 @@ bool shootSectionPages(const QString &out)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (argc == 4 && qstrcmp(argv[2], "--scale") == 0) {
+        qputenv("QT_SCALE_FACTOR", argv[3]);
+        g_suffix = QStringLiteral("_x") + QString::fromLocal8Bit(argv[3]);
+    }
     QApplication app(argc, argv);
     if (argc < 2) {
-        QTextStream(stderr) << "usage: quillmark-pageshots OUTDIR\n";
+        QTextStream(stderr) << "usage: quillmark-pageshots OUTDIR [--scale F]\n";
         return 2;
     }
     const QString out = QString::fromLocal8Bit(argv[1]);
@@ -257,6 +270,16 @@ int main(int argc, char **argv)
             }
             ok &= save(&hub, full, QStringLiteral("%1/settings_module_power.png").arg(out));
         }
+    }
+
+    // The main window as it starts when its port does not open: the warning
+    // is answered, the connecting screen offers the ports, the status line
+    // says why.
+    {
+        Messages::setResponder([](const Messages::Shown &) { return false; });
+        MainWindow window;
+        ok &= save(&window, full, QStringLiteral("%1/window_connecting.png").arg(out));
+        Messages::setResponder({});
     }
     return ok ? 0 : 1;
 }
