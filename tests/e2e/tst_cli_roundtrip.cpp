@@ -217,9 +217,9 @@ const QByteArray kAlderKind0
       "<sbusPriority>18</sbusPriority>\r\n"
       "<sbusVersion>160</sbusVersion>\r\n"
       "<sbusControlSwitch>3</sbusControlSwitch>\r\n"
-      "<sbusControl-0>0,16,1,0;</sbusControl-0>\r\n"
+      "<sbusControl-0>0,1,1,0;</sbusControl-0>\r\n"
       "<sbusControl-1>1,0,0,0;</sbusControl-1>\r\n"
-      "<sbusControl-2>0,0,0,16;</sbusControl-2>\r\n"
+      "<sbusControl-2>0,0,0,1;</sbusControl-2>\r\n"
       "</body>\r\n";
 
 QByteArray larchFrame()
@@ -286,9 +286,9 @@ QByteArray larchKind2()
            "<sbusPriority>33</sbusPriority>\r\n"
            "<sbusVersion>144</sbusVersion>\r\n"
            "<sbusControlSwitch>0</sbusControlSwitch>\r\n"
-           "<sbusControl-0>1,16,0,0;</sbusControl-0>\r\n"
-           "<sbusControl-1>1,0,0,16;</sbusControl-1>\r\n"
-           "<sbusControl-2>0,16,1,16;</sbusControl-2>\r\n"
+           "<sbusControl-0>1,1,0,0;</sbusControl-0>\r\n"
+           "<sbusControl-1>1,0,0,1;</sbusControl-1>\r\n"
+           "<sbusControl-2>0,1,1,1;</sbusControl-2>\r\n"
            "<PyxGOutputMode>2</PyxGOutputMode>\r\n"
            "<TTLEnable>0</TTLEnable>\r\n"
            "<CANEnable>1</CANEnable>\r\n"
