@@ -28,6 +28,10 @@ constexpr int kConnectWaitMs = 1000;
 // After each press the button stays disabled this long: the module's web
 // server copes badly with connections opened and dropped in quick turns.
 constexpr int kDebounceMs = 3000;
+// A link report is a few kB even with many nodes. A module that sends more
+// than this after one poll is cut off rather than filling the log file and
+// the memory; the next tick connects again.
+constexpr qint64 kMaxReplyBytes = 1024 * 1024;
 
 void logChecked(QButtonGroup *group, int id, bool checked)
 {
@@ -53,6 +57,7 @@ logWidget::logWidget(QWidget *parent)
     ui->mode_center->setChecked(true);
     ui->link->setProperty(kPolling, false);
 
+    m_socket->setReadBufferSize(kMaxReplyBytes);
     connect(m_timer, &QTimer::timeout, this, &logWidget::on_timeout);
     connect(m_socket, &QTcpSocket::readyRead, this, &logWidget::ReadData);
     connect(m_socket, &QTcpSocket::connected, this, &logWidget::writePendingRequest);
@@ -145,6 +150,7 @@ void logWidget::on_timeout()
             m_connectWait->start(kConnectWaitMs);
         }
     } else if (m_socket->state() == QAbstractSocket::ConnectedState) {
+        m_received = 0;
         m_socket->write(request);
     }
     resetRows();
@@ -153,6 +159,7 @@ void logWidget::on_timeout()
 void logWidget::writePendingRequest()
 {
     m_connectWait->stop();
+    m_received = 0;
     if (!m_pendingRequest.isEmpty())
         m_socket->write(m_pendingRequest);
     m_pendingRequest.clear();
@@ -167,8 +174,15 @@ void logWidget::giveUpConnecting()
 
 void logWidget::ReadData()
 {
+    const QByteArray bytes = m_socket->readAll();
+    m_received += bytes.size();
+    if (m_received > kMaxReplyBytes) {
+        qCDebug(lcRadio) << "reply too long, connection dropped";
+        m_socket->abort();
+        return;
+    }
     QByteArray report;
-    if (!LinkReport::reportText(m_socket->readAll(), &report))
+    if (!LinkReport::reportText(bytes, &report))
         return;
     const ReportKind kind = LinkReport::reportKind(m_kind, ui->mode_center->isChecked());
     QFile &log = kind == ReportKind::Mesh ? m_meshLog

@@ -56,4 +56,6 @@ private:
     // The request of a tick that had to connect first, written once the
     // connection is up.
     QByteArray m_pendingRequest;
+    // Bytes the module sent since the last poll went out.
+    qint64 m_received = 0;
 };

@@ -109,22 +109,7 @@ QString temperature(const QString &value)
 
 QString consoleText(const QByteArray &reply)
 {
-    const QString text = QString::fromLocal8Bit(reply.constData(), reply.size());
-    QString shown;
-    shown.reserve(text.size() + text.size() / kConsoleLineLength);
-    int run = 0;
-    for (const QChar c : text) {
-        if (c == QLatin1Char('\n')) {
-            run = 0;
-        } else if (run == kConsoleLineLength) {
-            shown += QLatin1Char('\n');
-            run = 1;
-        } else {
-            ++run;
-        }
-        shown += c;
-    }
-    return shown;
+    return QString::fromLocal8Bit(reply.constData(), reply.size());
 }
 
 } // namespace ModuleLabels

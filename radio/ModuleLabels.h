@@ -39,11 +39,8 @@ int bandwidthItem(int code);
 // "Temperature: 45 °C"
 QString temperature(const QString &value);
 
-// A console reply as the console shows it: all of it, decoded with the local
-// code page, with lines longer than kConsoleLineLength characters broken
-// into pieces of that length. The modem's lines are short; an endless line
-// would take the text view minutes to lay out.
-constexpr int kConsoleLineLength = 1024;
+// A console reply as the console shows it: all of it, as it came, decoded
+// with the local code page. Long lines are the console's to wrap.
 QString consoleText(const QByteArray &reply);
 
 } // namespace ModuleLabels

@@ -16,18 +16,30 @@
 #include <QTcpSocket>
 #include <QTimer>
 
+#include <memory>
+
 namespace
 {
 
 constexpr int kConnectWaitMs = 5000;
 constexpr int kReconnectWaitMs = 3000;
 constexpr int kTickMs = 5000;
+// Every post ends after this long, answered or not: the module's web server
+// may accept a connection and never answer, and the network layer takes only
+// six posts to one module at a time, so hung posts would hold up every later
+// one. A post that runs out of time is a network error. Shorter than the
+// tick, so that temperature posts never pile up.
+constexpr int kReplyWaitMs = 4000;
 // The module's replies are short texts; the kernel messages behind the
-// temperature are the longest. A reply beyond this is cut off and counts as
-// a network error instead of filling the memory.
+// temperature are the longest. A reply is cut off as soon as it grows beyond
+// this, while it arrives, and counts as a network error instead of filling
+// the memory.
 constexpr qint64 kMaxReplyBytes = 16 * 1024 * 1024;
 
 const char kUrgent[] = "urgent";
+// Marks a post whose reply may come after a disconnect (the module's new
+// address): disconnecting leaves it to finish or run out of time.
+const char kOutlivesConnection[] = "quillmarkOutlivesConnection";
 
 QString iconStyle(const char *icon, bool active)
 {
@@ -65,6 +77,10 @@ RFParaConfig::RFParaConfig(QWidget *parent)
         ui->group_config, ui->dsonscap_config, ui->atCmd_config };
     updateRowButtons();
     setDsonscapRowVisible(false);
+    // The console keeps the reply's text as it came; the view wraps long
+    // lines, also those without a blank.
+    ui->display->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    ui->display->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
 
     connect(m_timer, &QTimer::timeout, this, &RFParaConfig::on_timeout);
     connect(m_socket, &QTcpSocket::connected, this, [this] { finishProbe(true); });
@@ -178,6 +194,8 @@ void RFParaConfig::connectionFailed()
 
 void RFParaConfig::setConnected(bool connected)
 {
+    if (!connected)
+        abortReplies();
     ui->link->setProperty(kUrgent, connected);
     ui->link->setStyleSheet(iconStyle(connected ? "disconnect" : "connect", true));
     ui->lineEdit_ip->setEnabled(!connected);
@@ -239,7 +257,7 @@ void RFParaConfig::showMessage(const QString &title, const QString &text)
 
 // ---- posting ----
 
-void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
+QNetworkReply *RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
 {
     const QUrl url = ModuleForms::url(ui->lineEdit_ip->text(), form.endpoint);
     // Guard the host the request really goes to.
@@ -249,7 +267,7 @@ void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
     target.valid = url.isValid() && !target.host.isEmpty();
     if (!target.valid) {
         handler(true, QByteArray());
-        return;
+        return nullptr;
     }
     ModuleAddress::guard(target);
 
@@ -258,18 +276,50 @@ void RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
         QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
     qCDebug(lcRadio) << "post" << url.toString() << form.body;
     QNetworkReply *reply = m_network->post(request, ModuleForms::bodyBytes(form));
-    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64) {
-        if (received > kMaxReplyBytes)
+    // The body is checked against the bound as each piece arrives (the
+    // progress signal comes too seldom for that) and taken out of the reply.
+    auto body = std::make_shared<QByteArray>();
+    connect(reply, &QNetworkReply::readyRead, reply, [reply, body] {
+        if (body->size() + reply->bytesAvailable() > kMaxReplyBytes) {
+            body->clear();
             reply->abort();
+            return;
+        }
+        *body += reply->readAll();
     });
-    connect(reply, &QNetworkReply::finished, this, [reply, handler = std::move(handler)] {
-        const bool failed = reply->error() != QNetworkReply::NoError;
-        const QByteArray body = failed ? QByteArray() : reply->readAll();
+    auto *deadline = new QTimer(reply);
+    deadline->setSingleShot(true);
+    connect(deadline, &QTimer::timeout, reply, [reply] {
+        qCDebug(lcRadio) << "no reply in time" << reply->url().path();
+        reply->abort();
+    });
+    deadline->start(kReplyWaitMs);
+    connect(reply, &QNetworkReply::finished, this, [reply, body, handler = std::move(handler)] {
+        const bool tooLong = body->size() + reply->bytesAvailable() > kMaxReplyBytes;
+        if (reply->error() == QNetworkReply::NoError && !tooLong)
+            *body += reply->readAll();
+        const bool failed = reply->error() != QNetworkReply::NoError || tooLong;
+        if (failed)
+            body->clear();
         qCDebug(lcRadio) << "reply" << reply->url().path()
-                         << (failed ? reply->errorString() : body.left(200));
+                         << (failed ? reply->errorString() : QString::fromLocal8Bit(body->left(200)));
         reply->deleteLater();
-        handler(failed, body);
+        handler(failed, *body);
     });
+    return reply;
+}
+
+void RFParaConfig::abortReplies()
+{
+    // The replies of a connection the user ended are of no use any more:
+    // they end here, without a message.
+    for (QNetworkReply *reply : m_network->findChildren<QNetworkReply *>()) {
+        if (reply->property(kOutlivesConnection).toBool() || reply->isFinished())
+            continue;
+        reply->disconnect(this);
+        reply->abort();
+        reply->deleteLater();
+    }
 }
 
 void RFParaConfig::query(const char *command, AnswerHandler handler)
@@ -431,7 +481,8 @@ void RFParaConfig::on_ip_config_clicked()
     }
     // The module moves to the new address at once and its answer may never
     // come back here: the user reconnects at the new address.
-    post(ModuleForms::moduleIp(*address), [](bool, const QByteArray &) {});
+    if (QNetworkReply *reply = post(ModuleForms::moduleIp(*address), [](bool, const QByteArray &) {}))
+        reply->setProperty(kOutlivesConnection, true);
     showMessage(tr("更新"), tr("更新成功"));
     ui->link->click();
 }

@@ -13,6 +13,7 @@ namespace Ui
 class RFParaConfig;
 }
 class QNetworkAccessManager;
+class QNetworkReply;
 class QPushButton;
 class QTcpSocket;
 class QTimer;
@@ -66,8 +67,10 @@ private:
     using AnswerHandler = std::function<void(const QByteArray &body)>;
 
     // Posts a form to the module at the typed address; the handler gets the
-    // reply once it is complete.
-    void post(const ModuleForms::Form &form, ReplyHandler handler);
+    // reply once it is complete, or failed when it is not there in time, too
+    // long or aborted. The reply under way, nullptr when nothing was posted.
+    QNetworkReply *post(const ModuleForms::Form &form, ReplyHandler handler);
+    void abortReplies();
     // An AT query; the handler only hears a reply that arrived.
     void query(const char *command, AnswerHandler handler);
     // A set whose reply says "OK", "+CME ERROR: 100" or nothing useful; after

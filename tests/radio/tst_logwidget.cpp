@@ -74,6 +74,7 @@ private Q_SLOTS:
     void stoppingUnlocksAndDisconnects();
     void reconnectsAfterHalfReply();
     void unparsableAddressSendsNothing();
+    void floodIsCutOff();
 
 private:
     // Types the address, picks the radios and presses the connect button;
@@ -326,6 +327,27 @@ void TestLogWidget::unparsableAddressSendsNothing()
     QTRY_VERIFY_WITH_TIMEOUT(title.isNull(), 5000);
     QVERIFY(readFile(record).isEmpty());
     QCOMPARE(w->findChild<QTcpSocket *>()->state(), QAbstractSocket::UnconnectedState);
+}
+
+// A module that answers each poll with 40 MB: the monitor drops the
+// connection once a reply passes its bound, so neither the log file nor the
+// memory takes the flood; the next tick connects again.
+void TestLogWidget::floodIsCutOff()
+{
+    QTemporaryDir dir;
+    const QString record = dir.filePath(QStringLiteral("requests"));
+    ModuleSimProcess sim;
+    QVERIFY(sim.start(
+        { QStringLiteral("--flood"), QStringLiteral("40000000"), QStringLiteral("--record"), record }));
+    QScopedPointer<QWidget> w(new logWidget);
+    start(w.data(), sim.address(), "module_kite", "mode_access");
+    QTRY_VERIFY_WITH_TIMEOUT(readFile(record).count("POST ") >= 3, 20000);
+    const QStringList logs = QDir(m_logDir).entryList(QDir::Files);
+    QCOMPARE(logs.size(), 1);
+    const qint64 logged = QFileInfo(m_logDir + QLatin1Char('/') + logs.first()).size();
+    qInfo("%lld bytes logged", logged);
+    QVERIFY2(logged <= 3 * 1024 * 1024, qPrintable(QString::number(logged)));
+    QVERIFY(shown(w.data()).isEmpty());
 }
 
 QTEST_MAIN(TestLogWidget)

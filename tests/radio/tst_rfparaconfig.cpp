@@ -15,6 +15,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QTimer>
 #include <QTranslator>
 #include <QtTest>
@@ -52,6 +54,57 @@ private:
     QByteArray m_body;
 };
 
+// A module whose web server takes every request and, until told otherwise,
+// never answers; then it answers every request with the same body.
+class StallingServer : public QTcpServer
+{
+public:
+    explicit StallingServer(const QByteArray &body)
+        : m_body(body)
+    {
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket *s = nextPendingConnection()) {
+                connect(s, &QTcpSocket::readyRead, s, [this, s] {
+                    if (!s->readAll().contains("\r\n\r\n"))
+                        return;
+                    ++m_requests;
+                    if (m_answering)
+                        s->write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(m_body.size())
+                            + "\r\n\r\n" + m_body);
+                });
+            }
+        });
+    }
+    void answer() { m_answering = true; }
+    int requests() const { return m_requests; }
+
+private:
+    QByteArray m_body;
+    bool m_answering = false;
+    int m_requests = 0;
+};
+
+// A figure of this process in kB from /proc/self/status ("VmRSS", "VmHWM").
+qint64 statusKb(const char *field)
+{
+    QFile f(QStringLiteral("/proc/self/status"));
+    if (!f.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray key = QByteArray(field) + ':';
+    for (const QByteArray &line : f.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(key.size()).trimmed().split(' ').first().toLongLong();
+    }
+    return -1;
+}
+
+// Starts the peak resident size (VmHWM) afresh from the present size.
+bool resetPeakMemory()
+{
+    QFile f(QStringLiteral("/proc/self/clear_refs"));
+    return f.open(QIODevice::WriteOnly) && f.write("5") == 1;
+}
+
 } // namespace
 
 class TestRFParaConfig : public QObject
@@ -71,6 +124,11 @@ private Q_SLOTS:
     void probeLossOnATickDisconnects();
     void ipChangeDisconnects();
     void hostileRepliesChangeNothing();
+    void stalledPostsRunOutOfTime();
+    void oversizedReplyIsCutWhileArriving();
+    void consoleKeepsLongLines();
+    void answersLeaveOtherInputsAlone_data();
+    void answersLeaveOtherInputsAlone();
     void logButtonOpensAWindowPerPress();
     void windowShots();
 
@@ -82,6 +140,7 @@ private:
     void connectTo(const QString &address);
     bool shown(const QString &title, const QString &text) const;
     bool nothingInFlight() const { return m_window->findChildren<QNetworkReply *>().isEmpty(); }
+    QStringList inputs();
 
     QList<Messages::Shown> m_shown;
     RFParaConfig *m_window = nullptr;
@@ -435,6 +494,194 @@ void TestRFParaConfig::hostileRepliesChangeNothing()
     QCOMPARE(text("baud_info"), zh("带宽设置 :"));
     QVERIFY(child<QPlainTextEdit>("display")->document()->characterCount() > 1000000);
     QVERIFY(button("link")->property("urgent").toBool());
+}
+
+// Posts to a module that takes them and never answers end after a few
+// seconds as failed ones, also the seventh that waited behind the first six;
+// disconnecting ends those under way; and the same window reaches the module
+// again once it answers.
+void TestRFParaConfig::stalledPostsRunOutOfTime()
+{
+    StallingServer server("\r\n^DAOCNDI: 04\r\n\r\nOK\r\n");
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const QString address = QStringLiteral("127.0.0.1:%1").arg(server.serverPort());
+    connectTo(address);
+    QTest::mouseClick(child<QRadioButton>("radio_2400M"), Qt::LeftButton);
+    QTest::mouseClick(button("band_config"), Qt::LeftButton);
+    for (const char *refresh :
+        { "device_switch_flush", "band_flush", "passwd_flush", "mode_flush", "ip_flush", "group_flush" })
+        QTest::mouseClick(button(refresh), Qt::LeftButton);
+    // The seven posts; the temperature ticks post beside them.
+    QList<QPointer<QNetworkReply>> posts;
+    for (QNetworkReply *reply : m_window->findChildren<QNetworkReply *>())
+        posts.append(reply);
+    QCOMPARE(posts.size(), 7);
+    const auto ended = [&posts] {
+        for (const QPointer<QNetworkReply> &p : posts) {
+            if (p && !p->isFinished())
+                return false;
+        }
+        return true;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(ended(), 30000);
+    QVERIFY(server.requests() >= 6);
+    // The set fails like one whose network failed; the queries change nothing.
+    QCOMPARE(m_shown.size(), 1);
+    QCOMPARE(m_shown.first().title, zh("更新"));
+    QCOMPARE(m_shown.first().text, zh("更新失败"));
+    QCOMPARE(text("band_info"), zh("当前值 : [    ]"));
+    QCOMPARE(text("passwd_info"), zh("当前值 : [    ]"));
+
+    QTest::mouseClick(button("passwd_flush"), Qt::LeftButton);
+    QTest::mouseClick(button("band_config"), Qt::LeftButton);
+    QVERIFY(!m_window->findChildren<QNetworkReply *>().isEmpty());
+    QTest::mouseClick(button("link"), Qt::LeftButton);
+    for (QNetworkReply *reply : m_window->findChildren<QNetworkReply *>())
+        QVERIFY(reply->isFinished());
+    QCOMPARE(m_shown.size(), 1);
+
+    server.answer();
+    connectTo(address);
+    QTest::mouseClick(button("band_flush"), Qt::LeftButton);
+    QTRY_COMPARE(text("band_info"), zh("当前值 : [ 1.4G ]"));
+    QVERIFY(child<QRadioButton>("radio_1400M")->isChecked());
+    QCOMPARE(m_shown.size(), 1);
+}
+
+// A reply far beyond what a module sends is cut off while it arrives: the
+// console says the update failed and never shows it.
+void TestRFParaConfig::oversizedReplyIsCutWhileArriving()
+{
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ "--flood", "40000000" }));
+    connectTo(sim.address());
+    QTest::keyClicks(child<QLineEdit>("atCmd"), "AT^DRPR=2");
+    if (!resetPeakMemory())
+        QSKIP("the peak resident size cannot be reset here");
+    const qint64 before = statusKb("VmRSS");
+    QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(nothingInFlight(), 60000);
+    const qint64 growth = statusKb("VmHWM") - before;
+    qInfo("resident before %lld kB, peak growth %lld kB", before, growth);
+    QCOMPARE(m_shown.size(), 1);
+    QCOMPARE(m_shown.first().text, zh("更新失败"));
+    QVERIFY(child<QPlainTextEdit>("display")->toPlainText().isEmpty());
+    // Far below a reply taken whole (the reply, its text and the console's
+    // layout of it); what the network layer buffers ahead varies from run to
+    // run.
+    QVERIFY2(growth < 96 * 1024, qPrintable(QString::number(growth)));
+}
+
+// A long line of the module's reply stays one line of text, however the
+// console wraps it on the screen.
+void TestRFParaConfig::consoleKeepsLongLines()
+{
+    QByteArray line = "^DRPR: ";
+    for (int node = 0; line.size() < 3000; ++node)
+        line += QByteArray::number(node) + ",-61,-64,\"17\",";
+    const QByteArray body = "\r\n" + line + "\r\n\r\nOK\r\n";
+    FixedReplyServer server(body);
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    connectTo(QStringLiteral("127.0.0.1:%1").arg(server.serverPort()));
+    QTest::keyClicks(child<QLineEdit>("atCmd"), "AT^DRPR?");
+    QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+    auto *display = child<QPlainTextEdit>("display");
+    QTRY_VERIFY(!display->toPlainText().isEmpty());
+    QCOMPARE(display->toPlainText(), QString::fromLatin1(body).remove('\r'));
+    QCOMPARE(display->document()->blockCount(), 5);
+    // On the screen the line takes several rows.
+    m_window->resize(1280, 800);
+    m_window->grab();
+    const QTextBlock shown = display->document()->findBlockByNumber(1);
+    QCOMPARE(shown.text(), QString::fromLatin1(line));
+    QVERIFY(shown.layout()->lineCount() > 1);
+}
+
+QStringList TestRFParaConfig::inputs()
+{
+    QStringList all;
+    for (QComboBox *c : m_window->findChildren<QComboBox *>())
+        all << c->objectName() + '#' + QString::number(c->currentIndex());
+    for (QLineEdit *e : m_window->findChildren<QLineEdit *>())
+        all << e->objectName() + '=' + e->text();
+    for (QAbstractButton *b : m_window->findChildren<QAbstractButton *>()) {
+        if (b->isCheckable())
+            all << b->objectName() + (b->isChecked() ? "+" : "-");
+    }
+    all.sort();
+    return all;
+}
+
+void TestRFParaConfig::answersLeaveOtherInputsAlone_data()
+{
+    QTest::addColumn<QString>("refresh");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QStringList>("carried"); // inputs the answer sets
+
+    QTest::newRow("modem") << "device_switch_flush"
+                           << "device_switch_info" << QStringList();
+    QTest::newRow("restart row") << "device_restart_flush"
+                                 << "device_restart_info" << QStringList();
+    QTest::newRow("band") << "band_flush"
+                          << "band_info" << QStringList { "radio_800M", "radio_1400M", "radio_2400M" };
+    QTest::newRow("link key") << "passwd_flush"
+                              << "passwd_info" << QStringList();
+    QTest::newRow("node type") << "mode_flush"
+                               << "mode_cur_info" << QStringList();
+    QTest::newRow("module address") << "ip_flush"
+                                    << "ip_info" << QStringList();
+    QTest::newRow("hopping") << "hopping_flush"
+                             << "hopping_info" << QStringList();
+    QTest::newRow("slot ratio") << "dstc_flush"
+                                << "dstc_info" << QStringList();
+    QTest::newRow("link group") << "group_flush"
+                                << "baud_info" << QStringList();
+}
+
+// What the user typed and chose stays while answers for other rows come in.
+void TestRFParaConfig::answersLeaveOtherInputsAlone()
+{
+    QFETCH(QString, refresh);
+    QFETCH(QString, label);
+    QFETCH(QStringList, carried);
+
+    ModuleSimProcess sim;
+    QVERIFY(sim.start());
+    connectTo(sim.address());
+    QTest::mouseClick(button("mode_flush"), Qt::LeftButton);
+    QTRY_VERIFY(button("hopping_flush")->isEnabled());
+
+    child<QComboBox>("device_switch")->setCurrentIndex(0);
+    QTest::mouseClick(child<QRadioButton>("radio_1400M"), Qt::LeftButton);
+    QTest::keyClicks(child<QLineEdit>("passwd"), "0A0B");
+    child<QComboBox>("mode")->setCurrentIndex(2);
+    for (const char *part : { "ip_1", "ip_2", "ip_3", "ip_4" })
+        QTest::keyClicks(child<QLineEdit>(part), part == QLatin1String("ip_1") ? "172" : "16");
+    child<QComboBox>("hopping")->setCurrentIndex(0);
+    child<QComboBox>("dstc")->setCurrentIndex(3);
+    QTest::keyClicks(child<QLineEdit>("dssmtp"), "-3");
+    QTest::keyClicks(child<QLineEdit>("fre_point"), "8100");
+    child<QComboBox>("baud")->setCurrentIndex(2);
+    QTest::keyClicks(child<QLineEdit>("power"), "7");
+    QTest::keyClicks(child<QLineEdit>("atCmd"), "AT+GMR");
+    const QStringList edited = inputs();
+
+    child<QLabel>(qPrintable(label))->clear();
+    QTest::mouseClick(button(qPrintable(refresh)), Qt::LeftButton);
+    QTRY_VERIFY(nothingInFlight());
+    QVERIFY(!text(qPrintable(label)).isEmpty());
+    QStringList after = inputs();
+    QStringList expected = edited;
+    for (const QString &name : carried) {
+        const QRegularExpression own(QStringLiteral("^%1[+-]$").arg(name));
+        after.erase(std::remove_if(after.begin(), after.end(),
+                        [&](const QString &i) { return own.match(i).hasMatch(); }),
+            after.end());
+        expected.erase(std::remove_if(expected.begin(), expected.end(),
+                           [&](const QString &i) { return own.match(i).hasMatch(); }),
+            expected.end());
+    }
+    QCOMPARE(after, expected);
 }
 
 void TestRFParaConfig::logButtonOpensAWindowPerPress()

@@ -129,7 +129,9 @@ void ModuleServer::serve(ModuleConnection *c, const HttpRequest &request)
         m_record.flush();
     }
     // Answered in arrival order, so settings change in the order the requests came.
-    const QByteArray reply = m_site.respond(request);
+    const QByteArray reply = m_options.floodBytes > 0
+        ? ModuleSite::response(QByteArray(m_options.floodBytes, 'x'))
+        : m_site.respond(request);
     const bool thenClose = !request.keepAlive;
     if (m_options.slowMs <= 0) {
         send(c, reply, thenClose);

@@ -28,6 +28,10 @@ ParseResult parseOptions(const QStringList &args, SimOptions *options, QString *
         QStringLiteral("0"));
     const QCommandLineOption closeMid(QStringLiteral("close-mid-reply"),
         QStringLiteral("Send the first half of each reply, then close the connection."));
+    const QCommandLineOption flood(QStringLiteral("flood"),
+        QStringLiteral("Answer every request with BYTES bytes of filler (a head announcing them, then the "
+                       "filler), written at once, as fast as the connection takes it."),
+        QStringLiteral("BYTES"), QStringLiteral("0"));
     const QCommandLineOption record(QStringLiteral("record"),
         QStringLiteral("Append every request received to FILE, byte for byte."), QStringLiteral("FILE"));
     const QCommandLineOption report(QStringLiteral("report"),
@@ -36,7 +40,7 @@ ParseResult parseOptions(const QStringList &args, SimOptions *options, QString *
     const QCommandLineOption seed(QStringLiteral("seed"),
         QStringLiteral("Seed of the signal and temperature drift (default 1)."), QStringLiteral("N"),
         QStringLiteral("1"));
-    p.addOptions({ help, listen, kind, refuse, slow, closeMid, record, report, seed });
+    p.addOptions({ help, listen, kind, refuse, slow, closeMid, flood, record, report, seed });
 
     if (!p.parse(args)) {
         *text = p.errorText();
@@ -82,6 +86,12 @@ ParseResult parseOptions(const QStringList &args, SimOptions *options, QString *
         return ParseResult::Error;
     }
     options->slowMs = ms;
+    const int bytes = p.value(flood).toInt(&ok);
+    if (!ok || bytes < 0 || bytes > 1000000000) {
+        *text = QStringLiteral("--flood: %1 is not a number from 0 to 1000000000").arg(p.value(flood));
+        return ParseResult::Error;
+    }
+    options->floodBytes = bytes;
     const uint s = p.value(seed).toUInt(&ok);
     if (!ok) {
         *text = QStringLiteral("--seed: %1 is not a number from 0 to 4294967295").arg(p.value(seed));

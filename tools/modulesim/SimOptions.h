@@ -15,6 +15,7 @@ struct SimOptions {
     bool refuse = false;
     int slowMs = 0;
     bool closeMidReply = false;
+    int floodBytes = 0; // > 0: every reply is this much filler
     QString recordPath;
     QString reportPath;
     quint32 seed = 1;
