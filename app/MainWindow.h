@@ -16,6 +16,7 @@ namespace Ui
 class MainWindow;
 }
 class ChannelListenInterface;
+class EditTracker;
 class ModelInterface;
 class SerialLink;
 class canReceive;
@@ -118,6 +119,9 @@ private:
     void createHub();
     void setCentral(QWidget *page);
     int currentSection() const;
+    // Writes the page of a hub section, after its confirmation or a question
+    // that already asked.
+    void writeSection(int section);
     // Shows the confirmation dialog and returns (and clears) the answer.
     bool confirm(const QString &title, const QString &text);
 
@@ -141,4 +145,6 @@ private:
     bool m_reconnect = true;
     bool m_reconnected = false; // the next identification follows a reconnect
     QTimer *m_reconnectTimer = nullptr;
+    EditTracker *m_edits = nullptr; // unwritten edits: markers and the question
+    QString m_heldIdentity; // a reconnect's identification kept back until the hub is left
 };
