@@ -8,7 +8,7 @@ namespace
 {
 const char kProperty[] = "unwritten";
 const char kMarkName[] = "unwrittenMark";
-constexpr int kMarkSize = 9;
+constexpr int kMarkSize = 10;
 
 // Amber reads on the dark panels and on the grey controls alike, and is no
 // colour the controls use for their own states.

@@ -6,6 +6,7 @@
 #include "MCalculator.h"
 #include "MSpinBox.h"
 #include "MainWindow.h"
+#include "ModelInterface.h"
 #include "Messages.h"
 #include "VunitProcess.h"
 
@@ -31,6 +32,8 @@ private Q_SLOTS:
     void cleanup();
     void returnAsksAboutAnEdit_data();
     void returnAsksAboutAnEdit();
+    void closingAsksAboutAnEdit();
+    void reconnectKeepsThePagesUntilTheHubIsLeft();
 };
 
 void TestUnwrittenEditsE2e::cleanup()
@@ -145,6 +148,111 @@ void TestUnwrittenEditsE2e::returnAsksAboutAnEdit()
     // Written or discarded, nothing is left to mark; kept, the marks stay.
     QTRY_COMPARE_WITH_TIMEOUT(marked(trim), staysInHub, 2000);
     QCOMPARE(marked(hub->menuButton(SectionSbus1)), staysInHub);
+}
+
+// Closing the window with an edit: staying keeps it open and sends nothing,
+// discarding closes it as always (stop the upload, then 0xAD).
+void TestUnwrittenEditsE2e::closingAsksAboutAnEdit()
+{
+    QTemporaryDir dir;
+    VunitProcess unit(dir.path());
+    QVERIFY(unit.start({ "--model", "CEDAR", "--module", "0" }));
+    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
+    AppPaths::setAppDir(dir.filePath("app"));
+    int answer = Stay;
+    QStringList texts;
+    Messages::setChoiceResponder([&](const Messages::Shown &shown, const QStringList &) {
+        texts << shown.text;
+        return answer;
+    });
+
+    MainWindow window;
+    window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(window.hub(), 10000);
+    QSignalSpy answers(&window, &MainWindow::signal_information);
+    window.showHub();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        std::any_of(answers.cbegin(), answers.cend(),
+            [](const QList<QVariant> &a) { return a.at(0).value<CodeID>() == SbusNoneData; }),
+        5000);
+    auto *fixed = window.hub()->findChild<MSpinBox *>("noneValue_16");
+    QVERIFY(fixed);
+    fixed->slot_calculatorMsg(fixed->currentValue() == 61 ? 62 : 61);
+    QTRY_VERIFY_WITH_TIMEOUT(marked(fixed), 2000);
+
+    QVERIFY(!window.close());
+    QCOMPARE(texts.size(), 1);
+    QVERIFY2(texts.first().endsWith(QStringLiteral("关闭前要写入吗？")), qPrintable(texts.first()));
+    QVERIFY(window.isVisible());
+    QTest::qWait(300);
+    QCOMPARE(unit.find(0xAD), -1);
+
+    answer = Discard;
+    QVERIFY(window.close());
+    QCOMPARE(texts.size(), 2);
+    QTRY_VERIFY_WITH_TIMEOUT(unit.find(0xAD, QByteArray(1, '\0')) > unit.find(0xE4), 3000);
+    QCOMPARE(unit.find(0xA8), -1);
+}
+
+// The unit goes away while an edit is on the hub and comes back: staying
+// keeps the old pages with the edit (no rebuild, no upload started); leaving
+// the hub asks again, and after discarding the pages are rebuilt.
+void TestUnwrittenEditsE2e::reconnectKeepsThePagesUntilTheHubIsLeft()
+{
+    QTemporaryDir dir;
+    VunitProcess first(dir.path());
+    QVERIFY(first.start({ "--model", "CEDAR", "--module", "0", "--hangup-after", "6000" }));
+    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), first.linkPath()));
+    AppPaths::setAppDir(dir.filePath("app"));
+    QList<int> answers { Stay, Discard };
+    QStringList texts;
+    Messages::setChoiceResponder([&](const Messages::Shown &shown, const QStringList &) {
+        texts << shown.text;
+        return answers.isEmpty() ? int(Discard) : answers.takeFirst();
+    });
+
+    MainWindow window;
+    window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(window.hub(), 10000);
+    QSignalSpy spy(&window, &MainWindow::signal_information);
+    window.showHub();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        std::any_of(spy.cbegin(), spy.cend(),
+            [](const QList<QVariant> &a) { return a.at(0).value<CodeID>() == SbusTuningData; }),
+        5000);
+    QPointer<ChannelListenInterface> oldHub = window.hub();
+    auto *right = oldHub->findChild<MSpinBox *>("rightTrip_9");
+    QVERIFY(right);
+    const double unitValue = right->currentValue();
+    right->slot_calculatorMsg(unitValue == 133 ? 134 : 133);
+    const double edited = right->currentValue();
+    QTRY_VERIFY_WITH_TIMEOUT(marked(right), 2000);
+
+    QTRY_VERIFY_WITH_TIMEOUT(first.process().state() == QProcess::NotRunning, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(window.centralWidget() != oldHub, 5000);
+    VunitProcess second(dir.path());
+    QVERIFY(second.start({ "--model", "CEDAR", "--module", "0" }));
+
+    // Asked on the reconnect; staying shows the old hub with the edit again.
+    QTRY_COMPARE_WITH_TIMEOUT(texts.size(), 1, 15000);
+    QVERIFY2(texts.first().contains(QStringLiteral("页面将重建")), qPrintable(texts.first()));
+    QCOMPARE(window.hub(), oldHub.data());
+    QCOMPARE(window.centralWidget(), oldHub.data());
+    QCOMPARE(right->currentValue(), edited);
+    QVERIFY(marked(right));
+    QTest::qWait(300);
+    QCOMPARE(second.find(0xE5), -1);
+
+    // Leaving the hub asks again; discarded, the pages are rebuilt and the
+    // model page comes back with its upload.
+    QTest::mouseClick(oldHub->findChild<QPushButton *>("returnButton"), Qt::LeftButton);
+    QCOMPARE(texts.size(), 2);
+    QTRY_VERIFY_WITH_TIMEOUT(oldHub.isNull(), 5000);
+    QVERIFY(window.hub());
+    QCOMPARE(window.centralWidget(), window.modelPage(2));
+    QTRY_VERIFY_WITH_TIMEOUT(second.find(0xE5, QByteArray::fromHex("0232")) >= 0, 5000);
+    QCOMPARE(window.hub()->findChild<MSpinBox *>("rightTrip_9")->currentValue(), unitValue);
+    QCOMPARE(second.find(0xA4), -1);
 }
 
 QTEST_MAIN(TestUnwrittenEditsE2e)
