@@ -93,6 +93,10 @@ void holdKeys(const QByteArray &a, const QByteArray &b, Keys &keys)
         const int base = port * HoldCodec::kPortBytes;
         if (differs(a, b, { base + 1 }))
             keys.insert(key("sbusHoldSwitch", port));
+        // Without a switch on either side the held channels mean nothing:
+        // the page shows them cleared.
+        if (byteAt(a, base + 1) == kNoSelection && byteAt(b, base + 1) == kNoSelection)
+            continue;
         for (int position = 0; position < kHoldPositions; ++position) {
             for (int c = 0; c < kChannels; ++c) {
                 if (channelBitDiffers(a, b, base + 2 + 2 * position, c))
@@ -159,9 +163,12 @@ void throttleKeys(const QByteArray &a, const QByteArray &b, Keys &keys)
 {
     if (differs(a, b, { 1 }))
         keys.insert(key("throttleIndex"));
-    if (differs(a, b, { 2 }))
+    // Without a switch on either side the mode and the hold value mean
+    // nothing: the page shows them cleared.
+    const bool unarmed = byteAt(a, 1) == kNoSelection && byteAt(b, 1) == kNoSelection;
+    if (!unarmed && differs(a, b, { 2 }))
         keys.insert(key("throttleData"));
-    if (differs(a, b, { 3, 4 }))
+    if (!unarmed && differs(a, b, { 3, 4 }))
         keys.insert(key("throttleValue", 0));
     if (differs(a, b, { 5 }))
         keys.insert(key("throttleValue", 1));

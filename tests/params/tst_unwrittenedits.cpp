@@ -61,6 +61,8 @@ enum Edit {
     HoldChannel,
     SbusOutput2,
     CanOutput,
+    UnarmedThrottleCleared,
+    UnarmedHoldCleared,
 };
 
 void TestUnwrittenEdits::differingFields_data()
@@ -93,6 +95,10 @@ void TestUnwrittenEdits::differingFields_data()
     QTest::newRow("group the unit never answered") << int(HoldChannel) << uint(0) << kAlder << QStringList {};
     QTest::newRow("SBUS 2 output switched on")
         << int(SbusOutput2) << uint(kComprehensive) << kAlder << QStringList { "sbusOutput/1" };
+    QTest::newRow("throttle hold without a switch: mode and value cleared are no edit")
+        << int(UnarmedThrottleCleared) << uint(ThrottleHold) << kAlder << QStringList { "throttleValue/1" };
+    QTest::newRow("channel hold without a switch: channels cleared are no edit")
+        << int(UnarmedHoldCleared) << uint(ChannelHold) << kAlder << QStringList {};
     QTest::newRow("CAN output switched on")
         << int(CanOutput) << uint(kCustomOutput) << kAlder << QStringList { "CANEnable" };
 }
@@ -104,7 +110,7 @@ void TestUnwrittenEdits::differingFields()
     QFETCH(int, model);
     QFETCH(QStringList, keys);
 
-    const DeviceData unit = unitRecord();
+    DeviceData unit = unitRecord();
     DeviceData shown = unit;
     switch (Edit(edit)) {
     case FailsafeCollectedSigned:
@@ -139,6 +145,22 @@ void TestUnwrittenEdits::differingFields()
     case CanOutput:
         shown.CANEnable = true;
         break;
+    case UnarmedThrottleCleared: {
+        // The unit keeps a mode and a value behind "no switch"; the page
+        // clears both, and the user changed the recovery speed.
+        unit.throttleIndex = kNoSelection;
+        shown.throttleIndex = kNoSelection;
+        shown.throttleData = 2;
+        shown.throttleDataValues[0] = 0;
+        shown.throttleDataValues[1] = 2.5;
+        break;
+    }
+    case UnarmedHoldCleared: {
+        unit.sbusHoldSwitch[1] = kNoSelection;
+        unit.sbusHold[1][2][3] = 1;
+        shown.sbusHoldSwitch[1] = kNoSelection;
+        break;
+    }
     }
     QStringList got = differing(shown, unit, groups, model).values();
     got.sort();
