@@ -263,6 +263,8 @@ void ChannelListenInterface::slot_helpWidget()
 
 void ChannelListenInterface::on_channelListen_return_clicked()
 {
+    if (m_leaveCheck && !m_leaveCheck())
+        return;
     hide();
     m_scroll = 0;
     if (PageHost *host = PageHost::instance())

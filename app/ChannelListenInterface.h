@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 class HelpWidget;
 class QPushButton;
@@ -44,6 +45,9 @@ public:
     // The parameter file of the pages as they stand: their fragments in the
     // file's order between its opening and its closing.
     QString parameterFileText() const;
+
+    // Asked before Return leaves the hub: false keeps the hub shown.
+    void setLeaveCheck(std::function<bool()> check) { m_leaveCheck = std::move(check); }
 
     // Disabled while a read or write of the current section runs.
     void setPageAreaEnabled(bool enabled);
@@ -86,4 +90,5 @@ private:
     QPushButton *m_left = nullptr;
     QPushButton *m_right = nullptr;
     HelpWidget *m_help = nullptr;
+    std::function<bool()> m_leaveCheck;
 };

@@ -7,6 +7,7 @@
 #include "BusyWait.h"
 #include "CanReceive.h"
 #include "ChannelListenInterface.h"
+#include "EditTracker.h"
 #include "LinkLog.h"
 #include "MDlg.h"
 #include "Messages.h"
@@ -62,6 +63,8 @@ MainWindow::MainWindow(QWidget *parent)
     m_status = new StatusLine(statusBar());
     m_portChooser = new PortChooser(ui->centralwidget);
     ui->verticalLayout->insertWidget(1, m_portChooser);
+    m_edits = new EditTracker(
+        m_data, [this](int section) { writeSection(section); }, this);
 
     setWindowTitle(QStringLiteral("Brenvo-remote controller 1.5.0"));
     m_configDir = AppPaths::file(QStringLiteral("/config/"));
@@ -172,6 +175,7 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     if (answer.emits) {
         if (RecordAnswers::decode(code, answer.data, m_modelIndex, m_unitRecord))
             m_unitAnswers.note(code, answer.data);
+        m_edits->noteAnswer(code, answer.data, m_modelIndex);
         // Live reports and the battery answer of a menu's prelude are not
         // answers of the group being read.
         if (answer.codeId != ChannelDataReport && answer.codeId != BatteryData)
@@ -189,6 +193,16 @@ void MainWindow::identify(const QString &identifier)
     const int model = m_modelIds.indexOf(identifier);
     if (model < 0)
         return;
+
+    // Edits not written yet are settled before a reconnect rebuilds the pages;
+    // kept, the old pages stay until the hub is left.
+    if (m_reconnected && model == m_modelIndex && m_hub
+        && !m_edits->settle(EditTracker::Occasion::Reconnect)) {
+        m_heldIdentity = identifier;
+        setCentral(m_hub);
+        return;
+    }
+    m_heldIdentity.clear();
 
     // A repeated identification builds fresh pages; the earlier ones go.
     if (ModelInterface *old = m_modelPages[size_t(model)])
@@ -225,6 +239,8 @@ void MainWindow::identify(const QString &identifier)
 
     m_link->run(Sequences::startModelPageUpload());
     createHub();
+    m_edits->forget();
+    m_edits->attach(m_hub);
     if (keepRecord && m_hub) {
         const int module = m_data.m_module;
         m_data = kept;
@@ -378,6 +394,11 @@ void MainWindow::showHub()
 
 void MainWindow::showModelPage()
 {
+    // A reconnect that waited for the hub to be left rebuilds the pages now.
+    if (!m_heldIdentity.isEmpty()) {
+        identify(m_heldIdentity);
+        return;
+    }
     if (ModelInterface *page = modelPage(m_modelIndex))
         setCentral(page);
 }
@@ -484,31 +505,35 @@ void MainWindow::slot_saveData()
     if (!m_hub)
         return;
     m_hub->setPageAreaEnabled(false);
-    if (confirm(tr("写入数据"), tr("确认要写入数据吗!"))) {
-        const int section = currentSection();
-        SettingPage *page = m_hub->page(section);
-        const QList<QByteArray> payloads = page ? page->collectPayloads() : QList<QByteArray>();
-        const std::optional<RequestPlan> plan
-            = Sequences::writeSection(section, payloads, m_data.CANFrameCnt, m_data.canFrames.size());
-        if (plan) {
-            m_status->writeStarted(section);
-            backupBeforeWrite();
-            MDlg *notice = nullptr;
-            if (section == SectionCustomOutput) {
-                notice = new MDlg(this, false);
-                notice->setStyleSheet(m_styleSheet);
-                notice->setText(tr("正在写入中..."));
-                notice->show();
-            }
-            m_link->run(*plan);
-            delete notice;
-            m_status->wrote(section);
-        } else {
-            m_status->notWritten(section);
-        }
-    }
+    if (confirm(tr("写入数据"), tr("确认要写入数据吗!")))
+        writeSection(currentSection());
     if (m_hub) // the question and the pauses let a reconnect rebuild it
         m_hub->setPageAreaEnabled(true);
+}
+
+void MainWindow::writeSection(int section)
+{
+    SettingPage *page = m_hub ? m_hub->page(section) : nullptr;
+    const QList<QByteArray> payloads = page ? page->collectPayloads() : QList<QByteArray>();
+    const std::optional<RequestPlan> plan
+        = Sequences::writeSection(section, payloads, m_data.CANFrameCnt, m_data.canFrames.size());
+    if (!plan) {
+        m_status->notWritten(section);
+        return;
+    }
+    m_status->writeStarted(section);
+    backupBeforeWrite();
+    MDlg *notice = nullptr;
+    if (section == SectionCustomOutput) {
+        notice = new MDlg(this, false);
+        notice->setStyleSheet(m_styleSheet);
+        notice->setText(tr("正在写入中..."));
+        notice->show();
+    }
+    m_link->run(*plan);
+    m_edits->noteWrite(*plan, m_modelIndex);
+    delete notice;
+    m_status->wrote(section);
 }
 
 void MainWindow::writeAll()
@@ -547,6 +572,7 @@ void MainWindow::writeAll()
         m_status->writeAllProgress(done, total);
     });
     m_status->writeAllFinished(sent, plan.size(), m_link->isOpen());
+    m_edits->noteWrite(plan, m_modelIndex);
     notice->deleteLater();
 }
 
@@ -615,7 +641,7 @@ void MainWindow::slot_restoreFactory()
 
 void MainWindow::slot_closeEvent()
 {
-    if (m_closing)
+    if (m_closing || !m_edits->settle(EditTracker::Occasion::Close))
         return;
     m_closing = true;
     m_link->run(Sequences::closing());
@@ -625,7 +651,11 @@ void MainWindow::slot_closeEvent()
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     slot_closeEvent();
-    event->accept();
+    // Staying with unwritten edits keeps the window open.
+    if (m_closing)
+        event->accept();
+    else
+        event->ignore();
 }
 
 void MainWindow::slot_moduleGroundReset()

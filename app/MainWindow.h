@@ -17,6 +17,7 @@ namespace Ui
 class MainWindow;
 }
 class ChannelListenInterface;
+class EditTracker;
 class ModelInterface;
 class PortChooser;
 class SerialLink;
@@ -128,6 +129,9 @@ private:
     void createHub();
     void setCentral(QWidget *page);
     int currentSection() const;
+    // Writes the page of a hub section, after its confirmation or a question
+    // that already asked.
+    void writeSection(int section);
     // Shows the confirmation dialog and returns (and clears) the answer.
     bool confirm(const QString &title, const QString &text);
 
@@ -153,4 +157,6 @@ private:
     QTimer *m_reconnectTimer = nullptr;
     StatusLine *m_status = nullptr;
     PortChooser *m_portChooser = nullptr;
+    EditTracker *m_edits = nullptr; // unwritten edits: markers and the question
+    QString m_heldIdentity; // a reconnect's identification kept back until the hub is left
 };

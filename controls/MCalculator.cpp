@@ -3,6 +3,7 @@
 #include "ControlColors.h"
 #include "ControlPictures.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
@@ -150,6 +151,53 @@ void MCalculator::pressKey(int key)
         return;
     }
     m_display->setText(text);
+}
+
+// The keys of the keyboard act as the keys of the pad: a dimmed "-" or "."
+// takes no key either.
+void MCalculator::keyPressEvent(QKeyEvent *event)
+{
+    const int key = event->key();
+    if (key >= Qt::Key_0 && key <= Qt::Key_9) {
+        pressKey(key - Qt::Key_0);
+    } else if (key == Qt::Key_Minus) {
+        if (!keyDimmed(Minus))
+            pressKey(Minus);
+    } else if (key == Qt::Key_Period) {
+        if (!keyDimmed(Point))
+            pressKey(Point);
+    } else if (key == Qt::Key_Backspace) {
+        removeLast();
+    } else if (key == Qt::Key_Enter || key == Qt::Key_Return) {
+        pressKey(Enter);
+    } else if (key == Qt::Key_Escape) {
+        closeWithoutValue();
+    } else {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    update();
+}
+
+void MCalculator::removeLast()
+{
+    if (m_done)
+        return;
+    QString text = m_display->text();
+    if (text.isEmpty())
+        return;
+    if (text.endsWith(QLatin1Char('.')))
+        m_pointEntered = false;
+    text.chop(1);
+    m_display->setText(text);
+}
+
+void MCalculator::closeWithoutValue()
+{
+    m_done = true;
+    hide();
+    deleteLater();
 }
 
 void MCalculator::focusOutEvent(QFocusEvent *event)

@@ -8,7 +8,9 @@ class QPainter;
 
 // The frameless keypad an MSpinBox opens beside its value. Enter hands the
 // typed number over once and closes the keypad; losing focus closes it
-// without a number.
+// without a number. Besides the mouse it takes the keyboard: digits, "-",
+// ".", Backspace, Enter or Return (its Enter key) and Escape (closes it
+// without a number).
 class MCalculator : public QDialog
 {
     Q_OBJECT
@@ -38,12 +40,15 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void layoutKeys();
     int keyAt(const QPoint &pos) const;
     bool keyDimmed(int key) const;
     void pressKey(int key);
+    void removeLast();
+    void closeWithoutValue();
     void drawKey(QPainter &painter, int key);
 
     QLineEdit *m_display;

@@ -6,12 +6,19 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QVector>
 
 namespace
 {
 Messages::Responder &responder()
 {
     static Messages::Responder r;
+    return r;
+}
+
+Messages::ChoiceResponder &choiceResponder()
+{
+    static Messages::ChoiceResponder r;
     return r;
 }
 
@@ -84,6 +91,39 @@ QString openFileName(QWidget *parent, const QString &caption, const QString &sta
     if (fileResponder())
         return fileResponder()(caption, startPath, filter);
     return QFileDialog::getOpenFileName(parent, caption, startPath, filter);
+}
+
+void setChoiceResponder(ChoiceResponder r)
+{
+    choiceResponder() = std::move(r);
+}
+
+int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &choices,
+    int responderChoice, int escapeChoice)
+{
+    const Shown shown { Kind::Question, title, text };
+    if (choiceResponder())
+        return qBound(0, choiceResponder()(shown, choices), choices.size() - 1);
+    if (responder()) {
+        responder()(shown);
+        return responderChoice;
+    }
+    // On the heap: the parent may go while the box is open.
+    QPointer<QMessageBox> box
+        = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+    QVector<QAbstractButton *> buttons;
+    for (int i = 0; i < choices.size(); ++i) {
+        const auto role = i == escapeChoice ? QMessageBox::RejectRole : QMessageBox::AcceptRole;
+        buttons.append(box->addButton(choices.at(i), role));
+    }
+    if (escapeChoice >= 0 && escapeChoice < buttons.size())
+        box->setEscapeButton(buttons.at(escapeChoice));
+    box->exec();
+    if (!box)
+        return escapeChoice;
+    const int taken = buttons.indexOf(box->clickedButton());
+    box->deleteLater();
+    return taken >= 0 ? taken : escapeChoice;
 }
 
 MDlg *newDialog(QWidget *asker, bool withButtons)

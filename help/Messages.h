@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -14,7 +15,7 @@ class QWidget;
 namespace Messages
 {
 
-enum class Kind { Warning, Critical, Information, Dialog };
+enum class Kind { Warning, Critical, Information, Dialog, Question };
 
 struct Shown {
     Kind kind;
@@ -55,5 +56,15 @@ MDlg *newDialog(QWidget *asker, bool withButtons);
 // Returns false when the asker was destroyed while the dialog was open: the
 // caller then touches nothing of itself.
 bool exec(MDlg *dialog, QObject *asker);
+
+// A question with more than two answers: a message box with one button per
+// choice, owned by `parent` (a window that outlives it), Escape giving
+// `escapeChoice`. Returns the index of the choice taken. A choice responder
+// answers instead of the user; without one, a plain responder is shown the
+// question and it is answered with `responderChoice`.
+using ChoiceResponder = std::function<int(const Shown &, const QStringList &choices)>;
+void setChoiceResponder(ChoiceResponder responder);
+int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &choices,
+    int responderChoice, int escapeChoice);
 
 } // namespace Messages

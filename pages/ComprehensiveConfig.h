@@ -43,6 +43,8 @@ public:
     // The write-all takes the page's controls, as collectPayloads().
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
+    void collectInto(DeviceData &scratch) const override;
+    QVector<FieldControl> fieldControls() const override;
 
 public Q_SLOTS:
     void slot_information(CodeID code, QByteArray data) override;

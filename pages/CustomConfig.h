@@ -30,6 +30,8 @@ public:
     QList<QByteArray> collectPayloads() override;
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
+    void collectInto(DeviceData &scratch) const override;
+    QVector<FieldControl> fieldControls() const override;
 
     const QVector<CanFrame *> &frameEditors() const { return m_editors; }
 

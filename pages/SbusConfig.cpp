@@ -181,9 +181,8 @@ void SbusConfig::updateFixedValue(int channel)
     row.fixed->setVisible(row.map->currentText() == QLatin1String(kNone));
 }
 
-void SbusConfig::collect(int port)
+void SbusConfig::collect(int port, DeviceData &d) const
 {
-    DeviceData &d = record();
     for (int c = 0; c < kChannels; ++c) {
         const Row &row = m_rows[size_t(c)];
         d.fineTuning[port][c] = qRound(row.trim->currentValue());
@@ -209,7 +208,7 @@ void SbusConfig::collect(int port)
 
 QList<QByteArray> SbusConfig::collectPayloads()
 {
-    collect(m_port);
+    collect(m_port, record());
     const DeviceData &d = record();
     return { SbusCodec::tuningPayload(d, m_port), SbusCodec::nonePayload(d, m_port) };
 }

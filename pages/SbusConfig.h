@@ -34,6 +34,8 @@ public:
     // Both ports from the record, the fixed values as their low bytes.
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
+    void collectInto(DeviceData &scratch) const override;
+    QVector<FieldControl> fieldControls() const override;
 
 public Q_SLOTS:
     void slot_information(CodeID code, QByteArray data) override;
@@ -54,7 +56,7 @@ private:
     // fixed values.
     void showTuning(int port);
     void showFixedValues(int port);
-    void collect(int port);
+    void collect(int port, DeviceData &d) const;
     void fillSelector(QComboBox *selector, int mapped);
     void updateFixedValue(int channel);
 

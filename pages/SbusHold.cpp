@@ -201,10 +201,9 @@ void SbusHold::slot_sbus2CheckedChange(QString name)
     positionChosen(1, name);
 }
 
-void SbusHold::collect(int port)
+void SbusHold::collect(int port, DeviceData &d) const
 {
     const Block &b = m_blocks[size_t(port)];
-    DeviceData &d = record();
     const bool none = b.selector->currentText() == QLatin1String(kNone) || b.selector->currentIndex() < 0;
     d.sbusHoldSwitch[port] = none ? kNoSelection : b.selector->currentIndex() - 1;
     int(&held)[kChannels] = d.sbusHold[port][checkedPosition(port)];
@@ -214,8 +213,8 @@ void SbusHold::collect(int port)
 
 QList<QByteArray> SbusHold::collectPayloads()
 {
-    collect(0);
-    collect(1);
+    collect(0, record());
+    collect(1, record());
     return { HoldCodec::payload(record()) };
 }
 

@@ -24,6 +24,8 @@ public:
     QList<QByteArray> collectPayloads() override;
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
+    void collectInto(DeviceData &scratch) const override;
+    QVector<FieldControl> fieldControls() const override;
 
 public Q_SLOTS:
     void slot_information(CodeID code, QByteArray data) override;
@@ -44,7 +46,7 @@ private:
     int checkedPosition(int port) const;
     bool showsStoredSwitch(int port) const;
     void keepEdits(int port);
-    void collect(int port);
+    void collect(int port, DeviceData &d) const;
     void positionChosen(int port, const QString &name);
 
     std::array<Block, 2> m_blocks;

@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 struct DeviceData;
@@ -29,6 +31,18 @@ public:
     virtual QList<QByteArray> payloadsFromRecord() = 0;
     // This page's elements of the parameter file.
     virtual QString fileFragment() = 0;
+
+    // What a write of the page would take from its controls, put into a
+    // scratch record; neither the record nor the controls change.
+    virtual void collectInto(DeviceData &scratch) const { Q_UNUSED(scratch) }
+    // The controls that show record fields, with the keys of those fields
+    // (UnwrittenEdits::key); a control is marked when one of them differs
+    // from what the unit holds.
+    struct FieldControl {
+        QWidget *control;
+        QStringList keys;
+    };
+    virtual QVector<FieldControl> fieldControls() const { return {}; }
 
 public Q_SLOTS:
     virtual void slot_information(CodeID code, QByteArray data) = 0;

@@ -10,6 +10,7 @@
 #include "PhaseSwitch.h"
 #include "RFParaConfig.h"
 #include "SectionWidgets.h"
+#include "UnwrittenEdits.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -133,9 +134,8 @@ void RFRadioConfig::showPhysical()
     m_physicalValue->setM_currentValue(d.modulePhysicalCtl[1]);
 }
 
-void RFRadioConfig::collect()
+void RFRadioConfig::collect(DeviceData &d) const
 {
-    DeviceData &d = record();
     d.modulePowerState[0] = m_power->index();
     d.modulePowerState[1] = m_rom->checked() ? 1 : 0;
     // An empty selector has nothing to say: the record keeps its switch.
@@ -146,7 +146,7 @@ void RFRadioConfig::collect()
 
 QList<QByteArray> RFRadioConfig::collectPayloads()
 {
-    collect();
+    collect(record());
     return ModulePowerCodec::payloads(record());
 }
 
@@ -157,7 +157,7 @@ QList<QByteArray> RFRadioConfig::payloadsFromRecord()
 
 QString RFRadioConfig::fileFragment()
 {
-    collect();
+    collect(record());
     return ModulePowerCodec::fileFragment(record());
 }
 
@@ -258,4 +258,19 @@ void RFRadioConfig::on_button_moduleParamSet_clicked()
     auto *window = new RFParaConfig;
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();
+}
+
+// ---------------------------------------------------------------- unwritten edits
+
+void RFRadioConfig::collectInto(DeviceData &scratch) const
+{
+    collect(scratch);
+}
+
+QVector<SettingPage::FieldControl> RFRadioConfig::fieldControls() const
+{
+    using UnwrittenEdits::key;
+    return { { m_power, { key("modulePowerState", 0) } }, { m_rom, { key("modulePowerState", 1) } },
+        { m_physicalSwitch, { key("modulePhysicalCtl", 0) } },
+        { m_physicalValue, { key("modulePhysicalCtl", 1) } } };
 }

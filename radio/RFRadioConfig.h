@@ -23,6 +23,8 @@ public:
     QList<QByteArray> collectPayloads() override;
     QList<QByteArray> payloadsFromRecord() override;
     QString fileFragment() override;
+    void collectInto(DeviceData &scratch) const override;
+    QVector<FieldControl> fieldControls() const override;
 
 Q_SIGNALS:
     void signal_resetModule_ground();
@@ -40,7 +42,7 @@ private:
     QWidget *buildRows();
     void showPower();
     void showPhysical();
-    void collect();
+    void collect(DeviceData &d) const;
     bool askReset(const QString &question);
     void setWaiting(QPushButton *button, bool waiting);
     void resetAnswered(QPushButton *button, const QByteArray &data, const QString &success,

@@ -428,6 +428,49 @@
     </message>
 </context>
 <context>
+    <name>EditTracker</name>
+    <message>
+        <source>有修改尚未写入遥控器</source>
+        <translation>有修改尚未写入遥控器</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source>返回前要写入吗？</source>
+        <translation>返回前要写入吗？</translation>
+    </message>
+    <message>
+        <source>关闭前要写入吗？</source>
+        <translation>关闭前要写入吗？</translation>
+    </message>
+    <message>
+        <source>遥控器已重新连接，页面将重建。要先写入吗？</source>
+        <translation>遥控器已重新连接，页面将重建。要先写入吗？</translation>
+    </message>
+    <message>
+        <source>以下页面有修改尚未写入遥控器：%1</source>
+        <translation>以下页面有修改尚未写入遥控器：%1</translation>
+    </message>
+    <message>
+        <source>写入</source>
+        <translation>写入</translation>
+    </message>
+    <message>
+        <source>放弃修改</source>
+        <translation>放弃修改</translation>
+    </message>
+    <message>
+        <source>留下</source>
+        <translation>留下</translation>
+    </message>
+    <message>
+        <source>未写入的修改</source>
+        <translation>未写入的修改</translation>
+    </message>
+</context>
+<context>
     <name>HelpWidget</name>
     <message>
         <source>Help Guide</source>

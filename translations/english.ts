@@ -428,6 +428,49 @@
     </message>
 </context>
 <context>
+    <name>EditTracker</name>
+    <message>
+        <source>有修改尚未写入遥控器</source>
+        <translation>Has changes not yet written to the remote control unit</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>返回前要写入吗？</source>
+        <translation>Write them before returning?</translation>
+    </message>
+    <message>
+        <source>关闭前要写入吗？</source>
+        <translation>Write them before closing?</translation>
+    </message>
+    <message>
+        <source>遥控器已重新连接，页面将重建。要先写入吗？</source>
+        <translation>The remote control unit is connected again and the pages will be rebuilt. Write them first?</translation>
+    </message>
+    <message>
+        <source>以下页面有修改尚未写入遥控器：%1</source>
+        <translation>These pages have changes not yet written to the remote control unit: %1</translation>
+    </message>
+    <message>
+        <source>写入</source>
+        <translation>Write</translation>
+    </message>
+    <message>
+        <source>放弃修改</source>
+        <translation>Discard</translation>
+    </message>
+    <message>
+        <source>留下</source>
+        <translation>Stay</translation>
+    </message>
+    <message>
+        <source>未写入的修改</source>
+        <translation>Unwritten Changes</translation>
+    </message>
+</context>
+<context>
     <name>HelpWidget</name>
     <message>
         <source>Help Guide</source>

@@ -76,6 +76,8 @@ private Q_SLOTS:
     void valuePressOpensKeypad();
     void keypadEntry_data();
     void keypadEntry();
+    void keyboardEntry_data();
+    void keyboardEntry();
     void pressedKeyFollowsPointer();
     void dimmedKeyRefusesPress();
     void focusLossClosesWithoutValue();
@@ -335,6 +337,89 @@ void TestNumericInput::keypadEntry()
     if (keypad)
         QTest::mouseClick(keypad, Qt::LeftButton, Qt::NoModifier, keyCentre(QStringLiteral("Enter")));
     QCOMPARE(entered.count(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(keypad.isNull(), 1000);
+}
+
+// The keypad typed on with the keyboard: the same rules as its keys, Enter
+// and Return hand the number over, Escape closes without one.
+void TestNumericInput::keyboardEntry_data()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("decimals");
+    QTest::addColumn<double>("start");
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<QString>("display");
+    QTest::addColumn<bool>("entered");
+    QTest::addColumn<double>("value");
+
+    QTest::newRow("sign, digits, point and Enter")
+        << -100.0 << 100.0 << 2 << 0.0 << QStringList { "-", "1", "2", ".", "5", "Enter" } << "-12.5" << true
+        << -12.5;
+    QTest::newRow("Return acts as Enter")
+        << 0.0 << 150.0 << 0 << 3.0 << QStringList { "4", "2", "Return" } << "42" << true << 42.0;
+    QTest::newRow("Backspace removes the last digit")
+        << 0.0 << 150.0 << 0 << 3.0 << QStringList { "1", "2", "3", "Backspace", "Enter" } << "12" << true
+        << 12.0;
+    QTest::newRow("Backspace over the point allows a new one")
+        << 0.0 << 100.0 << 2 << 3.0 << QStringList { "1", ".", "Backspace", "5", ".", "2", "5", "Enter" }
+        << "15.25" << true << 15.25;
+    QTest::newRow("Backspace on an empty display does nothing")
+        << 0.0 << 150.0 << 0 << 3.0 << QStringList { "Backspace", "7", "Enter" } << "7" << true << 7.0;
+    QTest::newRow("minus again removes it")
+        << -100.0 << 100.0 << 0 << 3.0 << QStringList { "8", "-", "-", "Enter" } << "8" << true << 8.0;
+    QTest::newRow("minus dimmed for a bound of 0 takes no key")
+        << 0.0 << 150.0 << 0 << 3.0 << QStringList { "-", "7", "Enter" } << "7" << true << 7.0;
+    QTest::newRow("point dimmed with no decimals takes no key")
+        << 0.0 << 150.0 << 0 << 3.0 << QStringList { "5", ".", "3", "Enter" } << "53" << true << 53.0;
+    QTest::newRow("empty Enter gives 0, clamped")
+        << 10.0 << 150.0 << 0 << 33.0 << QStringList { "Enter" } << "" << true << 10.0;
+    QTest::newRow("Escape closes without a value")
+        << 0.0 << 150.0 << 0 << 42.0 << QStringList { "9", "Escape" } << "9" << false << 42.0;
+}
+
+void TestNumericInput::keyboardEntry()
+{
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    QFETCH(int, decimals);
+    QFETCH(double, start);
+    QFETCH(QStringList, keys);
+    QFETCH(QString, display);
+    QFETCH(bool, entered);
+    QFETCH(double, value);
+
+    static const QHash<QString, Qt::Key> named = {
+        { "-", Qt::Key_Minus },
+        { ".", Qt::Key_Period },
+        { "Backspace", Qt::Key_Backspace },
+        { "Enter", Qt::Key_Enter },
+        { "Return", Qt::Key_Return },
+        { "Escape", Qt::Key_Escape },
+    };
+
+    MSpinBox *spin = showSpin(PlainSize);
+    QVERIFY(spin);
+    spin->setM_minValue(minimum);
+    spin->setM_maxValue(maximum);
+    spin->setM_decimal(decimals);
+    spin->setM_currentValue(start);
+
+    QPointer<MCalculator> keypad = openKeypad();
+    QVERIFY(keypad);
+    auto *line = keypad->findChild<QLineEdit *>();
+    QVERIFY(line);
+    QSignalSpy handed(keypad.data(), &MCalculator::signal_calculatorMsg);
+    QString shown;
+    for (const QString &key : keys) {
+        if (key == QLatin1String("Enter") || key == QLatin1String("Return") || key == QLatin1String("Escape"))
+            shown = line->text();
+        const Qt::Key code = named.contains(key) ? named.value(key) : Qt::Key(Qt::Key_0 + key.toInt());
+        QTest::keyClick(keypad, code);
+    }
+    QCOMPARE(shown, display);
+    QCOMPARE(handed.count(), entered ? 1 : 0);
+    QVERIFY2(qAbs(spin->currentValue() - value) < 1e-9, qPrintable(QString::number(spin->currentValue())));
     QTRY_VERIFY_WITH_TIMEOUT(keypad.isNull(), 1000);
 }
 
