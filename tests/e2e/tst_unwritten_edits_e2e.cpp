@@ -32,8 +32,11 @@ private Q_SLOTS:
     void cleanup();
     void returnAsksAboutAnEdit_data();
     void returnAsksAboutAnEdit();
-    void closingAsksAboutAnEdit();
     void reconnectKeepsThePagesUntilTheHubIsLeft();
+    // Last: a window that closes quits the application, and after that no
+    // event loop of this process runs again (the window's pauses would spin
+    // without hearing the unit).
+    void closingAsksAboutAnEdit();
 };
 
 void TestUnwrittenEditsE2e::cleanup()
