@@ -36,6 +36,11 @@ constexpr int kReplyWaitMs = 4000;
 // the memory.
 constexpr qint64 kMaxReplyBytes = 16 * 1024 * 1024;
 
+// How much of a reply the network layer may read ahead of the window. Without
+// a limit its own thread keeps reading from the socket while the window is
+// still counting, and a fast flood is in memory long before it is cut.
+constexpr qint64 kReadAheadBytes = 256 * 1024;
+
 const char kUrgent[] = "urgent";
 // Marks a post whose reply may come after a disconnect (the module's new
 // address): disconnecting leaves it to finish or run out of time.
@@ -276,6 +281,12 @@ QNetworkReply *RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler ha
         QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
     qCDebug(lcRadio) << "post" << url.toString() << form.body;
     QNetworkReply *reply = m_network->post(request, ModuleForms::bodyBytes(form));
+    // Qt passes the limit on to its network thread only once the request is
+    // under way there, and a post starts on the next pass of the event loop:
+    // set now, the limit would be lost. Queued behind that start, it arrives
+    // before the connection to the module is even made.
+    QMetaObject::invokeMethod(
+        reply, [reply] { reply->setReadBufferSize(kReadAheadBytes); }, Qt::QueuedConnection);
     // The body is checked against the bound as each piece arrives (the
     // progress signal comes too seldom for that) and taken out of the reply.
     auto body = std::make_shared<QByteArray>();
