@@ -568,8 +568,12 @@ void TestRFParaConfig::oversizedReplyIsCutWhileArriving()
     QVERIFY(child<QPlainTextEdit>("display")->toPlainText().isEmpty());
     // The 16 MiB kept before the cut, plus a little read ahead by the
     // network layer: far below the 40 MB sent, which the network layer would
-    // otherwise take in while the window is still counting.
+    // otherwise take in while the window is still counting. AddressSanitizer
+    // keeps freed blocks in quarantine, so there the resident size tells
+    // nothing about what the window holds.
+#if !defined(__SANITIZE_ADDRESS__)
     QVERIFY2(growth < 20 * 1024, qPrintable(QString::number(growth)));
+#endif
 }
 
 // A long line of the module's reply stays one line of text, however the
