@@ -35,7 +35,6 @@ class TestParameterFileReport : public QObject
 private Q_SLOTS:
     void reportsElementsTakenAndWhereDamageStopped_data();
     void reportsElementsTakenAndWhereDamageStopped();
-    void reportLeavesTheLoadedValuesAsTheyAre();
     void missingFileIsNotLoaded();
 };
 
@@ -75,26 +74,6 @@ void TestParameterFileReport::reportsElementsTakenAndWhereDamageStopped()
     ParameterFile::load(&buffer, data, ParameterFile::FixedValues::Converted, &report);
     QCOMPARE(report.elements, elements);
     QCOMPARE(report.stoppedAtLine, stoppedAtLine);
-}
-
-// Asking for the report changes nothing of what is loaded.
-void TestParameterFileReport::reportLeavesTheLoadedValuesAsTheyAre()
-{
-    const QByteArray bytes
-        = kHead + "<hidOutput>3</hidOutput>\r\n<baud>57600</baud>\r\n<keyGear>1,2;</hidMap>\r\n";
-    DeviceData withReport;
-    DeviceData without;
-    QBuffer a;
-    a.setData(bytes);
-    QVERIFY(a.open(QIODevice::ReadOnly));
-    ParameterFile::LoadReport report;
-    ParameterFile::load(&a, withReport, ParameterFile::FixedValues::Converted, &report);
-    ParameterFile::loadBytes(bytes, without);
-    QCOMPARE(withReport.hidOutput, 3);
-    QCOMPARE(withReport.baud, 57600);
-    QCOMPARE(without.hidOutput, withReport.hidOutput);
-    QCOMPARE(without.baud, withReport.baud);
-    QCOMPARE(report.elements, 2);
 }
 
 void TestParameterFileReport::missingFileIsNotLoaded()
