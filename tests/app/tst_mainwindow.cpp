@@ -5,6 +5,7 @@
 #include "Messages.h"
 #include "ModelInterface.h"
 #include "PtyPeer.h"
+#include "RecordFile.h"
 #include "RFParaConfig.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
@@ -67,6 +68,8 @@ private Q_SLOTS:
     void writeOfCurrentSectionAsksFirst();
     void writeWithWrongPayloadCountSendsNothing();
     void factoryResetReadsTheSectionAgain();
+    void damagedFileLoadsUpToTheDamage_data();
+    void damagedFileLoadsUpToTheDamage();
     void canDataOpensOneWindow();
     void closingStopsUploadAndReadsBattery();
     void sentFrameIsOnTheWireBeforeItsWait();
@@ -317,6 +320,67 @@ void TestMainWindow::factoryResetReadsTheSectionAgain()
     hub->actionButton(ChannelListenInterface::Action::FactoryReset)->click();
     expectFrames({ "ea:", "b4:00" });
     QVERIFY(m_peer.received()[1].atMs - m_peer.received()[0].atMs >= 490);
+}
+
+void TestMainWindow::damagedFileLoadsUpToTheDamage_data()
+{
+    QTest::addColumn<QByteArray>("rest"); // what follows two good lines
+    QTest::addColumn<bool>("goodLinesTaken");
+    QTest::addColumn<int>("line");
+    // The reader decodes the document in blocks of several kilobytes: a byte
+    // that is not UTF-8 fails its whole block, so a file of the window's size
+    // gives nothing, and the reading stops on its first line.
+    QTest::newRow("not UTF-8") << QByteArray("<note>caf\xe9 \xb0\xb4\xc5\xa5</note>\r\n"
+                                             "<externalInput>3</externalInput>\r\n</body>\r\n")
+                               << false << 1;
+    QTest::newRow("cut off in a line") << QByteArray("<externalInput>3</extern") << true << 5;
+    QTest::newRow("garbage after two groups")
+        << QByteArray("#%&<<garbage>>\r\n<externalInput>3</externalInput>\r\n</body>\r\n") << true << 5;
+}
+
+// Loaded through the hub's button with its dialogs answered: what came before
+// the damage is taken, nothing else in the record changes, the status line
+// names the line, and the write is still offered (declined here).
+void TestMainWindow::damagedFileLoadsUpToTheDamage()
+{
+    QFETCH(QByteArray, rest);
+    QFETCH(bool, goodLinesTaken);
+    QFETCH(int, line);
+    const QString path = m_dir.filePath(QStringLiteral("damaged.cfg"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
+               "<hidOutput>1</hidOutput>\r\n<baud>57600</baud>\r\n"
+               + rest);
+    file.close();
+
+    DeviceData &d = m_window->m_data;
+    d.hidOutput = 0;
+    d.baud = 9600;
+    d.externalInput = 2;
+    DeviceData expected = d;
+    if (goodLinesTaken) {
+        expected.hidOutput = 1;
+        expected.baud = 57600;
+    }
+    Messages::setFileResponder([&path](const QString &, const QString &, const QString &) { return path; });
+    m_peer.clear();
+    m_shown.clear();
+    m_answer = false;
+    m_window->hub()->actionButton(ChannelListenInterface::Action::LoadFile)->click();
+    Messages::setFileResponder({});
+
+    QCOMPARE(d.hidOutput, expected.hidOutput);
+    QCOMPARE(d.baud, expected.baud);
+    QCOMPARE(d.externalInput, 2);
+    QCOMPARE(RecordFile::text(d), RecordFile::text(expected));
+    QVERIFY(m_window->findChild<QLabel *>("statusOperation")
+                ->text()
+                .endsWith(QStringLiteral("已加载 damaged.cfg，到第 %1 行为止（此后文件已损坏）").arg(line)));
+    QCOMPARE(m_shown.size(), 1);
+    QCOMPARE(m_shown[0].title, QStringLiteral("写入配置文件"));
+    QTest::qWait(150);
+    QVERIFY(m_peer.frames().isEmpty());
 }
 
 void TestMainWindow::canDataOpensOneWindow()

@@ -4,6 +4,7 @@
 #include "DeviceData.h"
 #include "MCheckBox.h"
 #include "MSpinBox.h"
+#include "ParameterFile.h"
 #include "RecordHost.h"
 #include "PhaseSwitch.h"
 #include "SbusConfig.h"
@@ -98,6 +99,7 @@ private Q_SLOTS:
     void everyHoldControlReachesItsBit();
     void holdAnswerLeavesTheEditsOfOtherFields_data();
     void holdAnswerLeavesTheEditsOfOtherFields();
+    void writeAllAfterALoadSendsTheRecordBounded();
 
 private:
     RecordHost m_host;
@@ -414,6 +416,57 @@ void TestSettingPages::holdAnswerLeavesTheEditsOfOtherFields()
     editEveryHoldControl(page);
     page.slot_information(CodeID(code), answer);
     QCOMPARE(page.collectPayloads().at(0).toHex(), answered ? answer.toHex() : QByteArray(kEditedHold));
+}
+
+// A file with values no control takes, loaded and shown: the write-all sends
+// the record's values (not the controls'), each held within its byte; trims
+// in sign and magnitude up to 127, failsafes below the "off" byte 255, and
+// the fixed values as the reader converted them, low byte as it stands.
+void TestSettingPages::writeAllAfterALoadSendsTheRecordBounded()
+{
+    const QByteArray zeros13 = "0,0,0,0,0,0,0,0,0,0,0,0,0;";
+    const QByteArray zeros16 = "0,0,0," + zeros13;
+    const auto children = [](const QByteArrayList &texts) {
+        const char *tags[] = { "phase", "fineTuning", "leftTrip", "rightTrip", "safeProtectionState",
+            "safeProtectionValue", "channelMap", "noneValue" };
+        QByteArray out;
+        for (int i = 0; i < 8; ++i)
+            out += QByteArray("<") + tags[i] + ">" + texts.at(i) + "</" + tags[i] + ">\r\n";
+        return out;
+    };
+    ParameterFile::loadBytes("<body>\r\n<sbus1Default>\r\n"
+            + children({ "2,0,0," + zeros13.left(24) + "-1;", "200,-150,5,-5," + zeros13.mid(2),
+                "300,-5,151," + zeros13, "256,255,0," + zeros13, "1,0,1," + zeros13,
+                "300,-300,255,254,40," + zeros13.mid(4), "254,300,-1,13," + zeros13.mid(2),
+                "-5,133,300,-300,127," + zeros13.mid(4) })
+            + "</sbus1Default>\r\n<sbus2Default>\r\n"
+            + children({ zeros16, "-128,0,0," + zeros13, zeros16, zeros16, zeros16, zeros16, zeros16,
+                "-5,133,-128," + zeros13 })
+            + "</sbus2Default>\r\n<sbusHoldSwitch>1,255;</sbusHoldSwitch>\r\n"
+              "<sbus1-0>2,-1,0,0,0,0,0,0,0,0,0,0,0,0,0,7;</sbus1-0>\r\n"
+              "<sbus2-2>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;</sbus2-2>\r\n</body>\r\n",
+        m_host.data);
+    SbusConfig sbus;
+    SbusHold hold;
+    sbus.refreshFromRecord();
+    hold.refreshFromRecord();
+    sbus.showSection(1);
+    hold.show();
+
+    QByteArrayList sent;
+    for (const QByteArray &payload : sbus.payloadsFromRecord() + hold.payloadsFromRecord())
+        sent << payload.toHex(' ');
+    const QByteArray z11 = " 00 00 00 00 00 00 00 00 00 00 00";
+    const QByteArray z12 = z11 + " 00";
+    const QByteArray z13 = z12 + " 00";
+    const QByteArray z16 = z13 + " 00 00 00";
+    QCOMPARE(sent,
+        QByteArrayList({ "00 7f ff 05 85" + z12 + " ff 00 97" + z13 + " ff ff 00" + z13
+                + " fe fe ff fe 28" + z11 + " 05 00 01 80 fe ff 00 0d" + z12,
+            "00 15 7b 2c 3c 7f" + z11,
+            "01 ff" + z13 + " 00 00" + z16 + z16 + z16 + " 00 00 00 00" + z16,
+            "01 85 fb 80" + z13,
+            "00 01 03 80 00 00 00 00 01 ff 00 00 00 00 00 80" }));
 }
 
 QTEST_MAIN(TestSettingPages)
