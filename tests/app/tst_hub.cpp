@@ -83,6 +83,7 @@ QStringList visibleMenu(QWidget *hub)
 // the model's defaults and from its neighbours. On port 1 the file held -5 as
 // the fixed value of channel 15 and on port 2 133 for channel 15: the reader
 // turns them into -235 and -5, and the window saves what the record holds.
+// A failsafe is saved signed (-40), as the page leaves it after a write.
 const char kSavedHead[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
                           "<sbus1Default>\r\n"
                           "<phase>1,0,0,1,0,0,0,0,0,0,0,0,0,0,0,1;</phase>\r\n"
@@ -90,7 +91,7 @@ const char kSavedHead[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\
                           "<leftTrip>100,90,100,100,100,100,100,100,100,100,100,100,100,100,100,150;</leftTrip>\r\n"
                           "<rightTrip>100,100,80,100,100,100,100,100,100,100,100,100,100,100,100,120;</rightTrip>\r\n"
                           "<safeProtectionState>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
-                          "<safeProtectionValue>255,40,30,255,255,255,255,255,255,255,255,255,255,255,255,255;"
+                          "<safeProtectionValue>255,-40,30,255,255,255,255,255,255,255,255,255,255,255,255,255;"
                           "</safeProtectionValue>\r\n"
                           "<channelMap>1,0,2,3,4,5,6,7,8,9,10,11,12,13,254,254;</channelMap>\r\n"
                           "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-235,64;</noneValue>\r\n"

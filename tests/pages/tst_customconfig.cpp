@@ -3,7 +3,6 @@
 // the frame list changing under open editors.
 #include "AppPaths.h"
 #include "CanFrame.h"
-#include "CanReceive.h"
 #include "CustomConfig.h"
 #include "DataWidget.h"
 #include "DeviceData.h"
@@ -17,7 +16,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QTranslator>
 #include <QtTest>
 
 namespace
@@ -77,7 +75,6 @@ private Q_SLOTS:
     void answersLeaveOtherEditsAlone_data();
     void answersLeaveOtherEditsAlone();
     void switchesSurviveARefreshAndGoToTheFile();
-    void windowShots();
 
 private:
     CanFrame *editor(int i) const { return m_page->frameEditors().value(i); }
@@ -490,63 +487,6 @@ void TestCustomConfig::switchesSurviveARefreshAndGoToTheFile()
         fragment.contains("<TTLEnable>1</TTLEnable>\r\n<CANEnable>0</CANEnable>\r\n"), qPrintable(fragment));
 }
 
-// For a person to look at: with QUILLMARK_SHOTS_DIR set, the page, a frame's
-// data-mapping window and the CAN receive window with frames of every shape,
-// in Chinese and in English.
-void TestCustomConfig::windowShots()
-{
-    const QString out = qEnvironmentVariable("QUILLMARK_SHOTS_DIR");
-    if (out.isEmpty())
-        QSKIP("QUILLMARK_SHOTS_DIR is not set");
-    // As the program runs: the test main pins text layout to 96 dpi, which
-    // stretches tab stops against the screen's fonts.
-    QCoreApplication::setAttribute(Qt::AA_Use96Dpi, false);
-    for (const bool english : { false, true }) {
-        QTranslator translator;
-        if (english) {
-            QVERIFY(translator.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
-            QApplication::installTranslator(&translator);
-        }
-        const QString suffix = english ? QStringLiteral("_english.png") : QStringLiteral(".png");
-        delete m_page;
-        flushDeletes();
-        m_host.data = DeviceData();
-        m_host.data.PyxGOutputMode = 2;
-        m_page = new CustomConfig;
-        // As in the program: the main window's style sheet over the page and
-        // the windows it opens.
-        QFile sheet(QStringLiteral(QM_APP_DIR "/config/StyleSheets.qss"));
-        QVERIFY(sheet.open(QIODevice::ReadOnly));
-        m_page->setStyleSheet(QString::fromUtf8(sheet.readAll()));
-        m_page->resize(1000, 900);
-        m_page->show();
-        editEverything();
-        // Byte 8 mapped to "NONE": the selectors show it whole.
-        DataWidget *none = openMapping(1);
-        child<QCheckBox>(none, "dataConfig_8")->click();
-        auto *channel = child<QComboBox>(none, "channelMap");
-        channel->setCurrentIndex(channel->count() - 1);
-        QVERIFY(none->grab().save(out + "/datawidget_none" + suffix));
-        none->close();
-        QTest::qWait(50); // the frame editors take their places
-        QVERIFY(m_page->grab().save(out + "/customconfig" + suffix));
-        DataWidget *mapping = openMapping(0);
-        QVERIFY(QTest::qWaitForWindowExposed(mapping));
-        QVERIFY(mapping->grab().save(out + "/datawidget" + suffix));
-        mapping->close();
-
-        canReceive receive;
-        receive.setStyleSheet(m_page->styleSheet());
-        receive.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&receive));
-        receive.addFrame(QByteArray::fromHex("a501 00000000 00 00 08 0102030405060708"));
-        receive.addFrame(QByteArray::fromHex("fe07 e550ff18 04 02 00"));
-        receive.addFrame(QByteArray::fromHex("2301 78563412 01 00 03 aabbcc"));
-        QVERIFY(receive.grab().save(out + "/canreceive" + suffix));
-        if (english)
-            QApplication::removeTranslator(&translator);
-    }
-}
 
 QTEST_MAIN(TestCustomConfig)
 #include "tst_customconfig.moc"

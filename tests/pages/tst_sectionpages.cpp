@@ -168,10 +168,8 @@ private Q_SLOTS:
     void controlFlagsAreOneOrZeroAfterAWrite();
     void speedsShowAndStepInWhatTheUnitKeeps();
     void keysBeyondTheListShowTheirNumber();
-    void everyButtonControlReachesItsByte();
     void buttonAnswerLeavesTheEditsOfOtherFields_data();
     void buttonAnswerLeavesTheEditsOfOtherFields();
-    void everyComprehensiveControlReachesItsByte();
     void comprehensiveAnswerLeavesTheEditsOfOtherFields_data();
     void comprehensiveAnswerLeavesTheEditsOfOtherFields();
 
@@ -627,18 +625,6 @@ static QList<QByteArray> toHex(const QList<QByteArray> &payloads)
     return list;
 }
 
-void TestSectionPages::everyButtonControlReachesItsByte()
-{
-    ButtonConfig page;
-    page.refreshFromRecord();
-    editEveryButtonControl(page);
-    QCOMPARE(toHex(page.collectPayloads()), hexList(kEditedButtons, 3));
-    QCOMPARE(page.fileFragment(),
-        QStringLiteral(
-            "<ckeyMap>0,1,11;2,255,22;255,3,33;4,5,44;5,0,55;</ckeyMap>\r\n"
-            "<sckeyMap>1,2,3,4,5,255,-150,-99,-1,0,1,150;255,0,5,4,3,2,12,-34,56,-78,90,-120;</sckeyMap>\r\n"
-            "<keyGear>2,0,1,1,2,0,0,1,2,2,1,0,1,2,0,0,2,1,2,1,0,0,1,2;</keyGear>\r\n"));
-}
 
 // An answer carries its own group only; the user's edits of the others stay.
 void TestSectionPages::buttonAnswerLeavesTheEditsOfOtherFields_data()
@@ -677,34 +663,6 @@ void TestSectionPages::buttonAnswerLeavesTheEditsOfOtherFields()
     QCOMPARE(toHex(page.collectPayloads()), expected);
 }
 
-void TestSectionPages::everyComprehensiveControlReachesItsByte()
-{
-    ComprehensiveConfig page;
-    page.resize(1000, 2400);
-    page.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&page));
-    page.refreshFromRecord();
-    for (int s = 0; s < 6; ++s)
-        page.column()->toggle(s);
-    editEveryComprehensiveControl(page);
-    QCOMPARE(toHex(page.collectPayloads()), hexList(kEditedComprehensive, 11));
-    QCOMPARE(page.fileFragment(),
-        QStringLiteral("<hidMap>3,8,0,7,1,6,2,5;</hidMap>\r\n"
-                       "<hidOutput>1</hidOutput>\r\n"
-                       "<throttleHoldSwitch>2</throttleHoldSwitch>\r\n"
-                       "<throttleData>1,-123,1.7,9;</throttleData>\r\n"
-                       "<freeWarning>42</freeWarning>\r\n"
-                       "<lowVoltage>7.35</lowVoltage>\r\n"
-                       "<baud>38400</baud>\r\n"
-                       "<externalInput>1</externalInput>\r\n"
-                       "<sbusOutput>0,1;</sbusOutput>\r\n"
-                       "<sbusPriority>73</sbusPriority>\r\n"
-                       "<sbusVersion>96</sbusVersion>\r\n"
-                       "<sbusControlSwitch>1</sbusControlSwitch>\r\n"
-                       "<sbusControl-0>1,0,1,0;</sbusControl-0>\r\n"
-                       "<sbusControl-1>0,1,1,1;</sbusControl-1>\r\n"
-                       "<sbusControl-2>1,1,0,0;</sbusControl-2>\r\n"));
-}
 
 void TestSectionPages::comprehensiveAnswerLeavesTheEditsOfOtherFields_data()
 {

@@ -93,10 +93,8 @@ private Q_SLOTS:
     void holdWithoutSwitchIsLockedAndWrites255();
     void anotherSwitchShowsEveryChannelUnheld();
     void heldChannelsAreClickedAndWritten();
-    void everySbusControlReachesItsByte();
     void sbusAnswerLeavesTheEditsOfOtherFields_data();
     void sbusAnswerLeavesTheEditsOfOtherFields();
-    void everyHoldControlReachesItsBit();
     void holdAnswerLeavesTheEditsOfOtherFields_data();
     void holdAnswerLeavesTheEditsOfOtherFields();
     void writeAllAfterALoadSendsTheRecordBounded();
@@ -298,18 +296,6 @@ void TestSettingPages::heldChannelsAreClickedAndWritten()
     QCOMPARE(child<QComboBox>(&other, "sbus2")->currentIndex(), 0);
 }
 
-void TestSettingPages::everySbusControlReachesItsByte()
-{
-    SbusConfig page;
-    page.showSection(1);
-    editEverySbusControl(page);
-    const QList<QByteArray> payloads = page.collectPayloads();
-    QCOMPARE(payloads.size(), 2);
-    QCOMPARE(payloads.at(0).toHex(), QByteArray(kEditedSbus[0]));
-    QCOMPARE(payloads.at(1).toHex(), QByteArray(kEditedSbus[1]));
-    // The write-all sends the fixed values as their low bytes.
-    QCOMPARE(page.payloadsFromRecord().at(3).toHex(), QByteArray("01d4dae0e6ecf2f8fe040a10161c22282e"));
-}
 
 // An answer carries its own fields only; the user's edits of the others stay.
 void TestSettingPages::sbusAnswerLeavesTheEditsOfOtherFields_data()
@@ -375,20 +361,6 @@ const char kEditedHold[] = "0001"
 
 } // namespace
 
-void TestSettingPages::everyHoldControlReachesItsBit()
-{
-    m_host.data.sbusHoldSwitch[0] = 1;
-    m_host.data.sbusHoldSwitch[1] = 0;
-    SbusHold page;
-    page.resize(1000, 900);
-    page.show();
-    page.refreshFromRecord();
-    editEveryHoldControl(page);
-    const QList<QByteArray> payloads = page.collectPayloads();
-    QCOMPARE(payloads.size(), 1);
-    QCOMPARE(payloads.at(0).toHex(), QByteArray(kEditedHold));
-    QCOMPARE(page.payloadsFromRecord().at(0).toHex(), QByteArray(kEditedHold));
-}
 
 void TestSettingPages::holdAnswerLeavesTheEditsOfOtherFields_data()
 {

@@ -146,79 +146,17 @@ class TestParameterFile : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void fragmentsAreWrittenByteForByte();
     void readerKeepsTheUnitsRules_data();
     void readerKeepsTheUnitsRules();
     void fixedValuesTheScanDoesNotReachAreConvertedToo_data();
     void fixedValuesTheScanDoesNotReachAreConvertedToo();
     void hostileFilesLeaveTheRecordWithinItsTypes_data();
     void hostileFilesLeaveTheRecordWithinItsTypes();
-    void writtenFileReadsBackExceptNegativeFixedValues();
     void ourToolsReadFixedValuesAsWritten_data();
     void ourToolsReadFixedValuesAsWritten();
     void lastPathIsRememberedBesideTheProgram();
 };
 
-void TestParameterFile::fragmentsAreWrittenByteForByte()
-{
-    DeviceData d;
-    for (int c = 0; c < 16; ++c) {
-        d.leftTrip[0][c] = d.rightTrip[0][c] = 100;
-        d.leftTrip[1][c] = d.rightTrip[1][c] = 150;
-        d.safeProtectionValue[0][c] = d.safeProtectionValue[1][c] = 255;
-        d.channelMap[0][c] = d.channelMap[1][c] = 254;
-    }
-    d.phase[0][1] = 1;
-    d.fineTuning[0][0] = -5;
-    d.fineTuning[1][15] = 125;
-    d.safeProtectionState[0][2] = 1;
-    d.safeProtectionValue[0][2] = -40;
-    d.channelMap[0][0] = 0;
-    d.channelMap[0][1] = 13;
-    d.noneValue[0][14] = -20;
-    d.noneValue[1][15] = 100;
-    d.sbusHoldSwitch[0] = 1;
-    d.sbusHoldSwitch[1] = 255;
-    d.sbusHold[0][0][2] = 1;
-    d.sbusHold[0][2][0] = d.sbusHold[0][2][15] = 1;
-    d.sbusHold[1][1][4] = 1;
-
-    const QByteArray expected
-        = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n"
-          "<body>\r\n"
-          "<sbus1Default>\r\n"
-          "<phase>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
-          "<fineTuning>-5,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</fineTuning>\r\n"
-          "<leftTrip>100,100,100,100,100,100,100,100,100,100,100,100,100,100,100,100;</leftTrip>\r\n"
-          "<rightTrip>100,100,100,100,100,100,100,100,100,100,100,100,100,100,100,100;</rightTrip>\r\n"
-          "<safeProtectionState>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
-          "<safeProtectionValue>255,255,-40,255,255,255,255,255,255,255,255,255,255,255,255,255;"
-          "</safeProtectionValue>\r\n"
-          "<channelMap>0,13,254,254,254,254,254,254,254,254,254,254,254,254,254,254;</channelMap>\r\n"
-          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-20,0;</noneValue>\r\n"
-          "</sbus1Default>\r\n"
-          "<sbus2Default>\r\n"
-          "<phase>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
-          "<fineTuning>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,125;</fineTuning>\r\n"
-          "<leftTrip>150,150,150,150,150,150,150,150,150,150,150,150,150,150,150,150;</leftTrip>\r\n"
-          "<rightTrip>150,150,150,150,150,150,150,150,150,150,150,150,150,150,150,150;</rightTrip>\r\n"
-          "<safeProtectionState>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
-          "<safeProtectionValue>255,255,255,255,255,255,255,255,255,255,255,255,255,255,255,255;"
-          "</safeProtectionValue>\r\n"
-          "<channelMap>254,254,254,254,254,254,254,254,254,254,254,254,254,254,254,254;</channelMap>\r\n"
-          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,100;</noneValue>\r\n"
-          "</sbus2Default>\r\n"
-          "<sbusHoldSwitch>1,255;</sbusHoldSwitch>\r\n"
-          "<sbus1-0>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-0>\r\n"
-          "<sbus2-0>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-0>\r\n"
-          "<sbus1-1>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-1>\r\n"
-          "<sbus2-1>0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</sbus2-1>\r\n"
-          "<sbus1-2>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;</sbus1-2>\r\n"
-          "<sbus2-2>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-2>\r\n"
-          "</body>\r\n";
-    const QString text = ParameterFile::join({ SbusCodec::fileFragment(d), HoldCodec::fileFragment(d) });
-    QCOMPARE(text.toLatin1(), expected);
-}
 
 void TestParameterFile::readerKeepsTheUnitsRules_data()
 {
@@ -417,40 +355,6 @@ void TestParameterFile::hostileFilesLeaveTheRecordWithinItsTypes()
     QCOMPARE(HoldCodec::payload(d).size(), 16);
 }
 
-// Saved, loaded and saved again: the same text, except where a negative fixed
-// value was converted on reading (port 1 -20 becomes -236, port 2 -50 becomes
-// 178).
-void TestParameterFile::writtenFileReadsBackExceptNegativeFixedValues()
-{
-    DeviceData first;
-    for (int p = 0; p < 2; ++p) {
-        for (int c = 0; c < 16; ++c) {
-            first.phase[p][c] = c % 3 == 0;
-            first.fineTuning[p][c] = c - 8;
-            first.leftTrip[p][c] = 100 + c;
-            first.rightTrip[p][c] = 150 - c;
-            first.safeProtectionState[p][c] = c == 2;
-            first.safeProtectionValue[p][c] = c == 2 ? 100 : 255;
-            first.channelMap[p][c] = c < 10 ? c : 254;
-            first.noneValue[p][c] = c * 5;
-            first.sbusHold[p][c % 3][c] = 1;
-        }
-        first.sbusHoldSwitch[p] = p == 0 ? 2 : 255;
-    }
-    first.noneValue[0][15] = -20;
-    first.noneValue[1][15] = -50;
-    const QString text
-        = ParameterFile::join({ SbusCodec::fileFragment(first), HoldCodec::fileFragment(first) });
-
-    DeviceData second;
-    ParameterFile::loadBytes(text.toUtf8(), second);
-    QString again = ParameterFile::join({ SbusCodec::fileFragment(second), HoldCodec::fileFragment(second) });
-    QVERIFY(again.contains(",65,70,-236;</noneValue>"));
-    QVERIFY(again.contains(",65,70,178;</noneValue>"));
-    again.replace(",65,70,-236;</noneValue>", ",65,70,-20;</noneValue>");
-    again.replace(",65,70,178;</noneValue>", ",65,70,-50;</noneValue>");
-    QCOMPARE(again, text);
-}
 
 // The tools' reading: the same file, the fixed values as they stand on both
 // ports; everything else by the window's rules.
