@@ -393,7 +393,8 @@ void TestSettingPages::holdAnswerLeavesTheEditsOfOtherFields()
 // A file with values no control takes, loaded and shown: the write-all sends
 // the record's values (not the controls'), each held within its byte; trims
 // in sign and magnitude up to 127, failsafes below the "off" byte 255, and
-// the fixed values as the reader converted them, low byte as it stands.
+// the fixed values as the reader converted them and a hold switch of -1 (no
+// switch), low byte as it stands.
 void TestSettingPages::writeAllAfterALoadSendsTheRecordBounded()
 {
     const QByteArray zeros13 = "0,0,0,0,0,0,0,0,0,0,0,0,0;";
@@ -414,7 +415,7 @@ void TestSettingPages::writeAllAfterALoadSendsTheRecordBounded()
             + "</sbus1Default>\r\n<sbus2Default>\r\n"
             + children({ zeros16, "-128,0,0," + zeros13, zeros16, zeros16, zeros16, zeros16, zeros16,
                 "-5,133,-128," + zeros13 })
-            + "</sbus2Default>\r\n<sbusHoldSwitch>1,255;</sbusHoldSwitch>\r\n"
+            + "</sbus2Default>\r\n<sbusHoldSwitch>1,-1;</sbusHoldSwitch>\r\n"
               "<sbus1-0>2,-1,0,0,0,0,0,0,0,0,0,0,0,0,0,7;</sbus1-0>\r\n"
               "<sbus2-2>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;</sbus2-2>\r\n</body>\r\n",
         m_host.data);

@@ -29,9 +29,6 @@ private Q_SLOTS:
     void sbusAnswersFillTheNamedPort();
     void sbusAnswersOfAnotherShapeAreIgnored_data();
     void sbusAnswersOfAnotherShapeAreIgnored();
-    void sbusPayloadsCarryTheRecord_data();
-    void sbusPayloadsCarryTheRecord();
-    void holdRoundTrip();
     void holdAnswersOfAnotherShapeAreIgnored_data();
     void holdAnswersOfAnotherShapeAreIgnored();
 };
@@ -122,97 +119,8 @@ void TestSettingCodecs::sbusAnswersOfAnotherShapeAreIgnored()
     QCOMPARE(d.noneValue[0][0], 9);
 }
 
-void TestSettingCodecs::sbusPayloadsCarryTheRecord_data()
-{
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<int>("failsafe");
-    QTest::addColumn<int>("state");
-    QTest::addColumn<int>("fixed");
-    QTest::addColumn<int>("failsafeByte");
-    QTest::addColumn<int>("signMask"); // bytes 65, 66 as one little-endian word
-    QTest::addColumn<int>("pageFixedByte");
-    QTest::addColumn<int>("recordFixedByte");
 
-    // A failsafe of -40 set in the page: the record holds it signed.
-    QTest::newRow("failsafe -40 from the page") << 3 << -40 << 1 << 0 << 40 << 0x0004 << 0x00 << 0x00;
-    // The same failsafe from an answer: the record holds the magnitude.
-    QTest::newRow("failsafe 40 from an answer") << 3 << 40 << 1 << 0 << 40 << 0x0004 << 0x00 << 0x00;
-    QTest::newRow("failsafe off") << 9 << 255 << 0 << 0 << 255 << 0x0000 << 0x00 << 0x00;
-    QTest::newRow("failsafe of channel 16 negative") << 16 << -150 << 1 << 0 << 150 << 0x8000 << 0x00 << 0x00;
-    // The page sends fixed values in sign and magnitude, the write-all the
-    // low byte of what the record holds.
-    QTest::newRow("fixed -5") << 1 << 255 << 0 << -5 << 255 << 0 << 0x85 << 0xFB;
-    QTest::newRow("fixed 100") << 1 << 255 << 0 << 100 << 255 << 0 << 0x64 << 0x64;
-    QTest::newRow("fixed -235 loaded from a file") << 1 << 255 << 0 << -235 << 255 << 0 << 0xFF << 0x15;
-    QTest::newRow("fixed 133 loaded from a file") << 1 << 255 << 0 << 133 << 255 << 0 << 0x7F << 0x85;
-}
 
-void TestSettingCodecs::sbusPayloadsCarryTheRecord()
-{
-    QFETCH(int, channel);
-    QFETCH(int, failsafe);
-    QFETCH(int, state);
-    QFETCH(int, fixed);
-    QFETCH(int, failsafeByte);
-    QFETCH(int, signMask);
-    QFETCH(int, pageFixedByte);
-    QFETCH(int, recordFixedByte);
-
-    DeviceData d;
-    for (int c = 0; c < 16; ++c)
-        d.safeProtectionValue[1][c] = 255;
-    const int c = channel - 1;
-    d.safeProtectionValue[1][c] = failsafe;
-    d.safeProtectionState[1][c] = state;
-    d.noneValue[1][c] = fixed;
-    d.fineTuning[1][0] = -5;
-    d.phase[1][15] = 3; // any non-zero phase is reversed
-    d.channelMap[1][1] = 254;
-
-    const QByteArray t = SbusCodec::tuningPayload(d, 1);
-    QCOMPARE(t.size(), 85);
-    QCOMPARE(quint8(t.at(0)), quint8(1));
-    QCOMPARE(quint8(t.at(1)), quint8(0x85));
-    QCOMPARE(quint8(t.at(49 + c)), quint8(failsafeByte));
-    QCOMPARE(quint8(t.at(65)) | (quint8(t.at(66)) << 8), signMask);
-    QCOMPARE(quint8(t.at(67)), quint8(0x00));
-    QCOMPARE(quint8(t.at(68)), quint8(0x80));
-    QCOMPARE(quint8(t.at(70)), quint8(254));
-
-    const QByteArray page = SbusCodec::nonePayload(d, 1);
-    const QByteArray all = SbusCodec::nonePayloadFromRecord(d, 1);
-    QCOMPARE(page.size(), 17);
-    QCOMPARE(all.size(), 17);
-    QCOMPARE(quint8(page.at(1 + c)), quint8(pageFixedByte));
-    QCOMPARE(quint8(all.at(1 + c)), quint8(recordFixedByte));
-    QCOMPARE(SbusCodec::payloadsFromRecord(d).at(3), all);
-}
-
-void TestSettingCodecs::holdRoundTrip()
-{
-    DeviceData d;
-    d.sbusHoldSwitch[0] = 1;
-    d.sbusHoldSwitch[1] = 255;
-    d.sbusHold[0][0][2] = 1;
-    d.sbusHold[0][2][0] = 1;
-    d.sbusHold[0][2][15] = 1;
-    d.sbusHold[1][1][8] = 5; // any non-zero entry is held
-    const QByteArray expected = QByteArray::fromHex("00 01 0400 0000 0180"
-                                                    "01 ff 0000 0001 0000");
-    QCOMPARE(HoldCodec::payload(d), expected);
-
-    DeviceData back;
-    QVERIFY(HoldCodec::decode(expected, back));
-    QCOMPARE(back.sbusHoldSwitch[0], 1);
-    QCOMPARE(back.sbusHoldSwitch[1], 255);
-    QCOMPARE(back.sbusHold[0][2][15], 1);
-    QCOMPARE(back.sbusHold[1][1][8], 1);
-    QCOMPARE(HoldCodec::payload(back), expected);
-
-    // No switch stored as -1 (the first selector entry) still goes out as 255.
-    d.sbusHoldSwitch[0] = -1;
-    QCOMPARE(quint8(HoldCodec::payload(d).at(1)), quint8(0xFF));
-}
 
 void TestSettingCodecs::holdAnswersOfAnotherShapeAreIgnored_data()
 {
