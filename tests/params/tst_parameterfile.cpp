@@ -1,11 +1,13 @@
-// The parameter file: the SBUS and channel hold fragments byte for byte, the
-// reader's rules, hostile files, and the remembered path.
+// The parameter file's reader: its rules, hostile files, how far a load got
+// (the elements taken, the line where damage stopped it), and the remembered
+// path.
 #include "AppPaths.h"
 #include "DeviceData.h"
 #include "HoldCodec.h"
 #include "ParameterFile.h"
 #include "SbusCodec.h"
 
+#include <QBuffer>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -154,6 +156,9 @@ private Q_SLOTS:
     void hostileFilesLeaveTheRecordWithinItsTypes();
     void ourToolsReadFixedValuesAsWritten_data();
     void ourToolsReadFixedValuesAsWritten();
+    void reportsElementsTakenAndWhereDamageStopped_data();
+    void reportsElementsTakenAndWhereDamageStopped();
+    void missingFileIsNotLoaded();
     void lastPathIsRememberedBesideTheProgram();
 };
 
@@ -387,6 +392,53 @@ void TestParameterFile::ourToolsReadFixedValuesAsWritten()
     DeviceData d = marked();
     ParameterFile::loadBytes(file(body), d, ParameterFile::FixedValues::AsWritten);
     QCOMPARE(field(d, name), expected);
+}
+
+void TestParameterFile::reportsElementsTakenAndWhereDamageStopped_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("elements");
+    QTest::addColumn<qint64>("stoppedAtLine");
+    const QByteArray head = file(QByteArray()).chopped(9); // without "</body>\r\n"
+    const QByteArray two = child("hidOutput", "1") + child("baud", "9600");
+    QTest::newRow("whole file") << file(two + defaults("sbus2Default", eightChildren(kZeros))
+                                        + child("sbusVersion", "2"))
+                                << 4 << qint64(0);
+    // A container without its eight children is not taken.
+    const QByteArray eight = eightChildren(kZeros);
+    QTest::newRow("seven children are not counted")
+        << file(defaults("sbus1Default", eight.mid(eight.indexOf("<fineTuning>"))) + child("lowVoltage", "3.6"))
+        << 1 << qint64(0);
+    QTest::newRow("unknown elements only") << file(child("colour", "7") + child("hidMapX", "1;")) << 0
+                                           << qint64(0);
+    QTest::newRow("wrong closing tag on line 5")
+        << file(two + "<keyGear>1,2;</hidMap>\r\n" + child("externalInput", "1")) << 2 << qint64(5);
+    QTest::newRow("cut off after line 4") << head + "<hidOutput>1</hidOutput>\r\n<baud>96" << 1 << qint64(4);
+    QTest::newRow("not XML at all") << QByteArray("\x01\x02 binary \xff junk") << 0 << qint64(1);
+}
+
+void TestParameterFile::reportsElementsTakenAndWhereDamageStopped()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, elements);
+    QFETCH(qint64, stoppedAtLine);
+    QBuffer buffer(&bytes);
+    QVERIFY(buffer.open(QIODevice::ReadOnly));
+    DeviceData data;
+    ParameterFile::LoadReport report;
+    ParameterFile::load(&buffer, data, ParameterFile::FixedValues::Converted, &report);
+    QCOMPARE(report.elements, elements);
+    QCOMPARE(report.stoppedAtLine, stoppedAtLine);
+}
+
+void TestParameterFile::missingFileIsNotLoaded()
+{
+    QTemporaryDir dir;
+    DeviceData data;
+    ParameterFile::LoadReport report;
+    report.elements = 9;
+    QVERIFY(!ParameterFile::load(dir.path() + "/none.cfg", data, ParameterFile::FixedValues::Converted, &report));
+    QCOMPARE(report.elements, 9); // untouched: there was no load
 }
 
 void TestParameterFile::lastPathIsRememberedBesideTheProgram()
