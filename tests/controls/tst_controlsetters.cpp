@@ -22,8 +22,6 @@ class TestControlSetters : public QObject
 private Q_SLOTS:
     void setterRules_data();
     void setterRules();
-    void repaintRules_data();
-    void repaintRules();
 };
 
 void TestControlSetters::setterRules_data()
@@ -115,70 +113,6 @@ void TestControlSetters::setterRules()
         QCOMPARE(actual.toDouble(), expected.toDouble());
     else
         QCOMPARE(actual, expected);
-}
-
-// Live values repaint even when they repeat; the other setters repaint only
-// on a change. A paint event after the set tells which.
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
-
-void TestControlSetters::repaintRules_data()
-{
-    QTest::addColumn<QString>("control");
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("repaints");
-
-    QTest::newRow("bar value always") << "SbusChannel" << QByteArray("m_val") << QVariant(0) << true;
-    QTest::newRow("bar hold on change") << "SbusChannel" << QByteArray("m_hold") << QVariant(0) << false;
-    QTest::newRow("stick always") << "Rocker" << QByteArray("m_position") << QVariant(QPoint()) << true;
-    QTest::newRow("twist on change") << "Rocker" << QByteArray("m_z_axis_per") << QVariant(0.0) << false;
-    QTest::newRow("dial always") << "Dial" << QByteArray("m_position") << QVariant(0) << true;
-    QTest::newRow("knob always") << "RotaryKnob" << QByteArray("m_position") << QVariant(0) << true;
-    QTest::newRow("switch on change") << "Switch" << QByteArray("m_index") << QVariant(1) << false;
-    QTest::newRow("lamp on change") << "CtlButton" << QByteArray("m_state") << QVariant(1) << false;
-    QTest::newRow("phase on change") << "PhaseSwitch" << QByteArray("m_index") << QVariant(0) << false;
-    QTest::newRow("check box on change")
-        << "MCheckBox" << QByteArray("m_checked") << QVariant(false) << false;
-    QTest::newRow("spin value always") << "MSpinBox" << QByteArray("m_currentValue") << QVariant(0.0) << true;
-    QTest::newRow("spin decimals always") << "MSpinBox" << QByteArray("m_decimal") << QVariant(0) << true;
-}
-
-void TestControlSetters::repaintRules()
-{
-    QFETCH(QString, control);
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, value);
-    QFETCH(bool, repaints);
-
-    std::unique_ptr<QWidget> w(makeControl(control));
-    w->resize(120, 60);
-    PaintCounter counter;
-    w->installEventFilter(&counter);
-    w->show();
-    QVERIFY(QTest::qWaitForWindowExposed(w.get()));
-    QTRY_VERIFY_WITH_TIMEOUT(counter.paints > 0, 1000);
-    QCoreApplication::processEvents();
-    counter.paints = 0;
-
-    // The value equals the current one.
-    QVERIFY(w->setProperty(property.constData(), value));
-    if (repaints) {
-        QTRY_VERIFY_WITH_TIMEOUT(counter.paints > 0, 1000);
-    } else {
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-        QCOMPARE(counter.paints, 0);
-    }
 }
 
 QTEST_MAIN(TestControlSetters)
