@@ -84,55 +84,56 @@ QStringList visibleMenu(QWidget *hub)
 // the fixed value of channel 15 and on port 2 133 for channel 15: the reader
 // turns them into -235 and -5, and the window saves what the record holds.
 // A failsafe is saved signed (-40), as the page leaves it after a write.
-const char kSavedHead[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
-                          "<sbus1Default>\r\n"
-                          "<phase>1,0,0,1,0,0,0,0,0,0,0,0,0,0,0,1;</phase>\r\n"
-                          "<fineTuning>-5,3,0,0,0,0,0,0,0,0,0,0,0,0,0,12;</fineTuning>\r\n"
-                          "<leftTrip>100,90,100,100,100,100,100,100,100,100,100,100,100,100,100,150;</leftTrip>\r\n"
-                          "<rightTrip>100,100,80,100,100,100,100,100,100,100,100,100,100,100,100,120;</rightTrip>\r\n"
-                          "<safeProtectionState>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
-                          "<safeProtectionValue>255,-40,30,255,255,255,255,255,255,255,255,255,255,255,255,255;"
-                          "</safeProtectionValue>\r\n"
-                          "<channelMap>1,0,2,3,4,5,6,7,8,9,10,11,12,13,254,254;</channelMap>\r\n"
-                          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-235,64;</noneValue>\r\n"
-                          "</sbus1Default>\r\n"
-                          "<sbus2Default>\r\n"
-                          "<phase>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
-                          "<fineTuning>0,0,-20,0,0,0,0,0,0,0,0,0,0,0,0,7;</fineTuning>\r\n"
-                          "<leftTrip>110,100,100,100,100,100,100,100,100,100,100,100,100,100,100,0;</leftTrip>\r\n"
-                          "<rightTrip>100,100,100,130,100,100,100,100,100,100,100,100,100,100,100,0;</rightTrip>\r\n"
-                          "<safeProtectionState>0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
-                          "<safeProtectionValue>255,255,255,255,60,0,255,255,255,255,255,255,255,255,255,255;"
-                          "</safeProtectionValue>\r\n"
-                          "<channelMap>13,12,11,10,9,8,7,6,5,4,3,2,1,0,254,254;</channelMap>\r\n"
-                          "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-5,100;</noneValue>\r\n"
-                          "</sbus2Default>\r\n"
-                          "<sbusHoldSwitch>1,3;</sbusHoldSwitch>\r\n"
-                          "<sbus1-0>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-0>\r\n"
-                          "<sbus2-0>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-0>\r\n"
-                          "<sbus1-1>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-1>\r\n"
-                          "<sbus2-1>0,0,0,1,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-1>\r\n"
-                          "<sbus1-2>0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</sbus1-2>\r\n"
-                          "<sbus2-2>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;</sbus2-2>\r\n"
-                          "<ckeyMap>0,1,10;2,3,5;255,255,1;1,0,7;4,5,50;</ckeyMap>\r\n"
-                          "<sckeyMap>1,2,3,4,5,6,-100,-50,37,0,100,-1;255,0,6,7,255,255,10,20,30,40,50,60;"
-                          "</sckeyMap>\r\n"
-                          "<keyGear>1,2,0,0,2,1,1,0,2,2,1,0,2,1,0,0,0,0,0,0,0,0,0,0;</keyGear>\r\n"
-                          "<hidMap>7,6,5,4,3,2,1,0;</hidMap>\r\n"
-                          "<hidOutput>1</hidOutput>\r\n"
-                          "<throttleHoldSwitch>2</throttleHoldSwitch>\r\n"
-                          "<throttleData>1,-37,1.5,0.7;</throttleData>\r\n"
-                          "<freeWarning>12</freeWarning>\r\n"
-                          "<lowVoltage>7.35</lowVoltage>\r\n"
-                          "<baud>57600</baud>\r\n"
-                          "<externalInput>1</externalInput>\r\n"
-                          "<sbusOutput>1,0;</sbusOutput>\r\n"
-                          "<sbusPriority>1</sbusPriority>\r\n"
-                          "<sbusVersion>96</sbusVersion>\r\n"
-                          "<sbusControlSwitch>2</sbusControlSwitch>\r\n"
-                          "<sbusControl-0>1,0,0,1;</sbusControl-0>\r\n"
-                          "<sbusControl-1>0,1,0,0;</sbusControl-1>\r\n"
-                          "<sbusControl-2>0,0,1,1;</sbusControl-2>\r\n";
+const char kSavedHead[]
+    = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
+      "<sbus1Default>\r\n"
+      "<phase>1,0,0,1,0,0,0,0,0,0,0,0,0,0,0,1;</phase>\r\n"
+      "<fineTuning>-5,3,0,0,0,0,0,0,0,0,0,0,0,0,0,12;</fineTuning>\r\n"
+      "<leftTrip>100,90,100,100,100,100,100,100,100,100,100,100,100,100,100,150;</leftTrip>\r\n"
+      "<rightTrip>100,100,80,100,100,100,100,100,100,100,100,100,100,100,100,120;</rightTrip>\r\n"
+      "<safeProtectionState>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
+      "<safeProtectionValue>255,-40,30,255,255,255,255,255,255,255,255,255,255,255,255,255;"
+      "</safeProtectionValue>\r\n"
+      "<channelMap>1,0,2,3,4,5,6,7,8,9,10,11,12,13,254,254;</channelMap>\r\n"
+      "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-235,64;</noneValue>\r\n"
+      "</sbus1Default>\r\n"
+      "<sbus2Default>\r\n"
+      "<phase>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</phase>\r\n"
+      "<fineTuning>0,0,-20,0,0,0,0,0,0,0,0,0,0,0,0,7;</fineTuning>\r\n"
+      "<leftTrip>110,100,100,100,100,100,100,100,100,100,100,100,100,100,100,0;</leftTrip>\r\n"
+      "<rightTrip>100,100,100,130,100,100,100,100,100,100,100,100,100,100,100,0;</rightTrip>\r\n"
+      "<safeProtectionState>0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</safeProtectionState>\r\n"
+      "<safeProtectionValue>255,255,255,255,60,0,255,255,255,255,255,255,255,255,255,255;"
+      "</safeProtectionValue>\r\n"
+      "<channelMap>13,12,11,10,9,8,7,6,5,4,3,2,1,0,254,254;</channelMap>\r\n"
+      "<noneValue>0,0,0,0,0,0,0,0,0,0,0,0,0,0,-5,100;</noneValue>\r\n"
+      "</sbus2Default>\r\n"
+      "<sbusHoldSwitch>1,3;</sbusHoldSwitch>\r\n"
+      "<sbus1-0>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-0>\r\n"
+      "<sbus2-0>0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-0>\r\n"
+      "<sbus1-1>0,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0;</sbus1-1>\r\n"
+      "<sbus2-1>0,0,0,1,0,0,0,0,0,0,0,0,0,0,0,0;</sbus2-1>\r\n"
+      "<sbus1-2>0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0;</sbus1-2>\r\n"
+      "<sbus2-2>0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1;</sbus2-2>\r\n"
+      "<ckeyMap>0,1,10;2,3,5;255,255,1;1,0,7;4,5,50;</ckeyMap>\r\n"
+      "<sckeyMap>1,2,3,4,5,6,-100,-50,37,0,100,-1;255,0,6,7,255,255,10,20,30,40,50,60;"
+      "</sckeyMap>\r\n"
+      "<keyGear>1,2,0,0,2,1,1,0,2,2,1,0,2,1,0,0,0,0,0,0,0,0,0,0;</keyGear>\r\n"
+      "<hidMap>7,6,5,4,3,2,1,0;</hidMap>\r\n"
+      "<hidOutput>1</hidOutput>\r\n"
+      "<throttleHoldSwitch>2</throttleHoldSwitch>\r\n"
+      "<throttleData>1,-37,1.5,0.7;</throttleData>\r\n"
+      "<freeWarning>12</freeWarning>\r\n"
+      "<lowVoltage>7.35</lowVoltage>\r\n"
+      "<baud>57600</baud>\r\n"
+      "<externalInput>1</externalInput>\r\n"
+      "<sbusOutput>1,0;</sbusOutput>\r\n"
+      "<sbusPriority>1</sbusPriority>\r\n"
+      "<sbusVersion>96</sbusVersion>\r\n"
+      "<sbusControlSwitch>2</sbusControlSwitch>\r\n"
+      "<sbusControl-0>1,0,0,1;</sbusControl-0>\r\n"
+      "<sbusControl-1>0,1,0,0;</sbusControl-1>\r\n"
+      "<sbusControl-2>0,0,1,1;</sbusControl-2>\r\n";
 
 } // namespace
 
@@ -527,14 +528,13 @@ void TestHub::savedFileIsTheWholeRecordByteForByte_data()
         frame += pair == 3 ? ",1,9" : ",0,0";
     for (int triple = 0; triple < 8; ++triple)
         frame += triple == 2 ? ",1,4,6" : ",0,0,0";
-    QTest::newRow("output module")
-        << 2
-        << QByteArray("<PyxGOutputMode>2</PyxGOutputMode>\r\n"
-                      "<TTLEnable>1</TTLEnable>\r\n"
-                      "<CANEnable>0</CANEnable>\r\n"
-                      "<CANFrequency>50</CANFrequency>\r\n"
-                      "<CANBaud>500K</CANBaud>\r\n"
-                      "<CANFrameCnt>1</CANFrameCnt>\r\n")
+    QTest::newRow("output module") << 2
+                                   << QByteArray("<PyxGOutputMode>2</PyxGOutputMode>\r\n"
+                                                 "<TTLEnable>1</TTLEnable>\r\n"
+                                                 "<CANEnable>0</CANEnable>\r\n"
+                                                 "<CANFrequency>50</CANFrequency>\r\n"
+                                                 "<CANBaud>500K</CANBaud>\r\n"
+                                                 "<CANFrameCnt>1</CANFrameCnt>\r\n")
             + frame + "</CANFrame>\r\n"
             + "<TTLStream>170,85,3,16,1000,2000,"
               "1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1,"
@@ -552,7 +552,8 @@ void TestHub::savedFileIsTheWholeRecordByteForByte()
     ChannelListenInterface hub(0);
     const QByteArray expected = kSavedHead + tail;
     QByteArray file = expected;
-    file.replace("-235,64;</noneValue>", "-5,64;</noneValue>").replace("-5,100;</noneValue>", "133,100;</noneValue>");
+    file.replace("-235,64;</noneValue>", "-5,64;</noneValue>")
+        .replace("-5,100;</noneValue>", "133,100;</noneValue>");
     ParameterFile::loadBytes(file, m_host.data);
     hub.refreshPages();
     const QByteArray saved = hub.parameterFileText().toLocal8Bit();

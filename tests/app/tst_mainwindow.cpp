@@ -5,8 +5,8 @@
 #include "Messages.h"
 #include "ModelInterface.h"
 #include "PtyPeer.h"
-#include "RecordFile.h"
 #include "RFParaConfig.h"
+#include "RecordFile.h"
 #include "SerialLink.h"
 #include "SettingPage.h"
 
@@ -351,7 +351,7 @@ void TestMainWindow::damagedFileLoadsUpToTheDamage()
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write("<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<body>\r\n"
                "<hidOutput>1</hidOutput>\r\n<baud>57600</baud>\r\n"
-               + rest);
+        + rest);
     file.close();
 
     DeviceData &d = m_window->m_data;

@@ -5,8 +5,8 @@
 #include "MCheckBox.h"
 #include "MSpinBox.h"
 #include "ParameterFile.h"
-#include "RecordHost.h"
 #include "PhaseSwitch.h"
+#include "RecordHost.h"
 #include "SbusConfig.h"
 #include "SbusHold.h"
 
@@ -296,7 +296,6 @@ void TestSettingPages::heldChannelsAreClickedAndWritten()
     QCOMPARE(child<QComboBox>(&other, "sbus2")->currentIndex(), 0);
 }
 
-
 // An answer carries its own fields only; the user's edits of the others stay.
 void TestSettingPages::sbusAnswerLeavesTheEditsOfOtherFields_data()
 {
@@ -360,7 +359,6 @@ const char kEditedHold[] = "0001"
                            "0038";
 
 } // namespace
-
 
 void TestSettingPages::holdAnswerLeavesTheEditsOfOtherFields_data()
 {
@@ -434,12 +432,10 @@ void TestSettingPages::writeAllAfterALoadSendsTheRecordBounded()
     const QByteArray z13 = z12 + " 00";
     const QByteArray z16 = z13 + " 00 00 00";
     QCOMPARE(sent,
-        QByteArrayList({ "00 7f ff 05 85" + z12 + " ff 00 97" + z13 + " ff ff 00" + z13
-                + " fe fe ff fe 28" + z11 + " 05 00 01 80 fe ff 00 0d" + z12,
-            "00 15 7b 2c 3c 7f" + z11,
-            "01 ff" + z13 + " 00 00" + z16 + z16 + z16 + " 00 00 00 00" + z16,
-            "01 85 fb 80" + z13,
-            "00 01 03 80 00 00 00 00 01 ff 00 00 00 00 00 80" }));
+        QByteArrayList({ "00 7f ff 05 85" + z12 + " ff 00 97" + z13 + " ff ff 00" + z13 + " fe fe ff fe 28"
+                + z11 + " 05 00 01 80 fe ff 00 0d" + z12,
+            "00 15 7b 2c 3c 7f" + z11, "01 ff" + z13 + " 00 00" + z16 + z16 + z16 + " 00 00 00 00" + z16,
+            "01 85 fb 80" + z13, "00 01 03 80 00 00 00 00 01 ff 00 00 00 00 00 80" }));
 }
 
 QTEST_MAIN(TestSettingPages)

@@ -162,7 +162,6 @@ private Q_SLOTS:
     void lastPathIsRememberedBesideTheProgram();
 };
 
-
 void TestParameterFile::readerKeepsTheUnitsRules_data()
 {
     QTest::addColumn<QByteArray>("body");
@@ -360,7 +359,6 @@ void TestParameterFile::hostileFilesLeaveTheRecordWithinItsTypes()
     QCOMPARE(HoldCodec::payload(d).size(), 16);
 }
 
-
 // The tools' reading: the same file, the fixed values as they stand on both
 // ports; everything else by the window's rules.
 void TestParameterFile::ourToolsReadFixedValuesAsWritten_data()
@@ -401,16 +399,16 @@ void TestParameterFile::reportsElementsTakenAndWhereDamageStopped_data()
     QTest::addColumn<qint64>("stoppedAtLine");
     const QByteArray head = file(QByteArray()).chopped(9); // without "</body>\r\n"
     const QByteArray two = child("hidOutput", "1") + child("baud", "9600");
-    QTest::newRow("whole file") << file(two + defaults("sbus2Default", eightChildren(kZeros))
-                                        + child("sbusVersion", "2"))
+    QTest::newRow("whole file") << file(
+        two + defaults("sbus2Default", eightChildren(kZeros)) + child("sbusVersion", "2"))
                                 << 4 << qint64(0);
     // A container without its eight children is not taken.
     const QByteArray eight = eightChildren(kZeros);
-    QTest::newRow("seven children are not counted")
-        << file(defaults("sbus1Default", eight.mid(eight.indexOf("<fineTuning>"))) + child("lowVoltage", "3.6"))
-        << 1 << qint64(0);
-    QTest::newRow("unknown elements only") << file(child("colour", "7") + child("hidMapX", "1;")) << 0
-                                           << qint64(0);
+    QTest::newRow("seven children are not counted") << file(
+        defaults("sbus1Default", eight.mid(eight.indexOf("<fineTuning>"))) + child("lowVoltage", "3.6"))
+                                                    << 1 << qint64(0);
+    QTest::newRow("unknown elements only")
+        << file(child("colour", "7") + child("hidMapX", "1;")) << 0 << qint64(0);
     QTest::newRow("wrong closing tag on line 5")
         << file(two + "<keyGear>1,2;</hidMap>\r\n" + child("externalInput", "1")) << 2 << qint64(5);
     QTest::newRow("cut off after line 4") << head + "<hidOutput>1</hidOutput>\r\n<baud>96" << 1 << qint64(4);
@@ -437,7 +435,8 @@ void TestParameterFile::missingFileIsNotLoaded()
     DeviceData data;
     ParameterFile::LoadReport report;
     report.elements = 9;
-    QVERIFY(!ParameterFile::load(dir.path() + "/none.cfg", data, ParameterFile::FixedValues::Converted, &report));
+    QVERIFY(
+        !ParameterFile::load(dir.path() + "/none.cfg", data, ParameterFile::FixedValues::Converted, &report));
     QCOMPARE(report.elements, 9); // untouched: there was no load
 }
 
