@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <climits>
 #include <cstring>
 
 namespace
@@ -216,15 +217,20 @@ QVector<LinkRecord> parseReport(const QByteArray &report, ReportKind kind, Modul
     return records;
 }
 
+const SnrBand kSnrBands[kSnrBandCount]
+    = { { 19, "#F0F0F0" }, { 13, "#FFF68F" }, { 7, "#FFA500" }, { INT_MIN, "#FF3400" } };
+
+int snrBand(int snr)
+{
+    int band = 0;
+    while (band < kSnrBandCount - 1 && snr < kSnrBands[band].lowest)
+        ++band;
+    return band;
+}
+
 QString snrStyle(int snr)
 {
-    if (snr >= 19)
-        return QStringLiteral("background-color:#F0F0F0;");
-    if (snr >= 13)
-        return QStringLiteral("background-color:#FFF68F;");
-    if (snr >= 7)
-        return QStringLiteral("background-color:#FFA500;");
-    return QStringLiteral("background-color:#FF3400;");
+    return QStringLiteral("background-color:%1;").arg(QLatin1String(kSnrBands[snrBand(snr)].colour));
 }
 
 QString safeAddressPart(const QString &typedAddress)

@@ -80,6 +80,19 @@ bool parseRecord(const QByteArray &record, ReportKind kind, ModuleKind module, L
 // All records of a report that parse, in order, at most kMaxRecords.
 QVector<LinkRecord> parseReport(const QByteArray &report, ReportKind kind, ModuleKind module);
 
+// The link-quality bands of the signal-to-noise ratio (dB), best first: a
+// value belongs to the first band whose lowest value it reaches. The table's
+// cells and the history plot's background take their colours from here.
+struct SnrBand {
+    int lowest; // the last band takes everything below the others
+    const char *colour; // "#RRGGBB"
+};
+constexpr int kSnrBandCount = 4;
+extern const SnrBand kSnrBands[kSnrBandCount];
+
+// The index in kSnrBands of the band of snr.
+int snrBand(int snr);
+
 // The style of a signal-to-noise cell showing the value snr.
 QString snrStyle(int snr);
 

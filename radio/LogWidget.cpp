@@ -1,6 +1,7 @@
 #include "LogWidget.h"
 
 #include "BusyWait.h"
+#include "LinkPlot.h"
 #include "LogRows.h"
 #include "ModuleAddress.h"
 #include "RadioLog.h"
@@ -9,8 +10,11 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QDateTime>
 #include <QPointer>
+#include <QScreen>
 #include <QSpacerItem>
+#include <QSplitter>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -23,7 +27,7 @@ namespace
 const char kPolling[] = "urgent";
 const char kConnectStyle[] = "image: url(:/button/image/connect.svg);";
 const char kDisconnectStyle[] = "image: url(:/button/image/disconnect.svg);";
-constexpr int kPollMs = 1500;
+constexpr int kPollMs = LinkHistory::kPollMs;
 constexpr int kConnectWaitMs = 1000;
 // After each press the button stays disabled this long: the module's web
 // server copes badly with connections opened and dropped in quick turns.
@@ -32,6 +36,8 @@ constexpr int kDebounceMs = 3000;
 // than this after one poll is cut off rather than filling the log file and
 // the memory; the next tick connects again.
 constexpr qint64 kMaxReplyBytes = 1024 * 1024;
+// Room for a few nodes' rows and the history plot under them.
+const QSize kStartSize(760, 680);
 
 void logChecked(QButtonGroup *group, int id, bool checked)
 {
@@ -51,6 +57,20 @@ logWidget::logWidget(QWidget *parent)
 {
     initRadioResources();
     ui->setupUi(this);
+    // The table above, the history plot below, the user sharing the height.
+    m_plot = new LinkPlot(&m_history, this);
+    auto *splitter = new QSplitter(Qt::Vertical, this);
+    splitter->setObjectName(QStringLiteral("splitter_log"));
+    splitter->setChildrenCollapsible(false);
+    ui->verticalLayout->removeWidget(ui->scrollArea);
+    splitter->addWidget(ui->scrollArea);
+    splitter->addWidget(m_plot);
+    splitter->setStretchFactor(0, 2);
+    splitter->setStretchFactor(1, 3);
+    splitter->setSizes({ 2000, 3000 });
+    ui->verticalLayout->addWidget(splitter, 1);
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        resize(kStartSize.boundedTo(screen->availableSize()));
     setAttribute(Qt::WA_DeleteOnClose);
     ui->lineEdit_ip->setText(ModuleAddress::startAddress());
     ui->module_kite->setChecked(true);
@@ -78,6 +98,11 @@ logWidget::logWidget(QWidget *parent)
 logWidget::~logWidget()
 {
     delete ui;
+}
+
+LinkHistory &logWidget::history()
+{
+    return m_history;
 }
 
 void logWidget::on_link_clicked()
@@ -111,6 +136,7 @@ void logWidget::startPolling()
         m_kind = ModuleKind::Kestrel;
     else
         m_kind = ModuleKind::Falcon;
+    m_pollDue = false;
     m_timer->start(kPollMs);
 }
 
@@ -123,6 +149,10 @@ void logWidget::stopPolling()
     m_pendingRequest.clear();
     m_socket->close();
     m_timer->stop();
+    // Polling again later must not join the lines across the pause.
+    m_pollDue = false;
+    m_history.addGap(QDateTime::currentMSecsSinceEpoch());
+    m_plot->refresh();
 }
 
 void logWidget::setInputsEnabled(bool enabled)
@@ -135,6 +165,12 @@ void logWidget::setInputsEnabled(bool enabled)
 
 void logWidget::on_timeout()
 {
+    if (m_pollDue && !m_answered) {
+        m_history.addGap(QDateTime::currentMSecsSinceEpoch());
+        m_plot->refresh();
+    }
+    m_pollDue = true;
+    m_answered = false;
     const QString typed = ui->lineEdit_ip->text();
     const QByteArray request
         = LinkReport::request(typed, LinkReport::command(m_kind, ui->mode_center->isChecked()));
@@ -195,6 +231,11 @@ void logWidget::ReadData()
         qCDebug(lcRadio) << "cannot open the log file" << log.fileName();
     records = LinkReport::parseReport(report, kind, m_kind);
     showRecords(records);
+    if (!records.isEmpty()) {
+        m_answered = true;
+        m_history.addReport(QDateTime::currentMSecsSinceEpoch(), records);
+        m_plot->refresh();
+    }
 }
 
 void logWidget::slot_btn1Toggled(int id, bool checked)

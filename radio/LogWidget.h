@@ -1,11 +1,13 @@
 #pragma once
 
+#include "LinkHistory.h"
 #include "LinkReport.h"
 
 #include <QFile>
 #include <QVector>
 #include <QWidget>
 
+class LinkPlot;
 class QTcpSocket;
 class QTimer;
 
@@ -25,6 +27,10 @@ public:
     // Always a top-level window, deleted when closed.
     explicit logWidget(QWidget *parent = nullptr);
     ~logWidget() override;
+
+    // The figures of every report so far, per node and antenna; the plot
+    // under the table draws them and exports them.
+    LinkHistory &history();
 
 private Q_SLOTS:
     void on_link_clicked();
@@ -58,4 +64,10 @@ private:
     QByteArray m_pendingRequest;
     // Bytes the module sent since the last poll went out.
     qint64 m_received = 0;
+    LinkHistory m_history;
+    LinkPlot *m_plot;
+    // A poll went out (or was due) and no report with records came back
+    // yet: the next tick or the stop marks a gap in the history.
+    bool m_pollDue = false;
+    bool m_answered = false;
 };

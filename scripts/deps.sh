@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
     build-essential cmake pkg-config
-    qtbase5-dev libqt5serialport5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools
+    qtbase5-dev libqt5serialport5-dev libqt5svg5-dev libqt5charts5-dev qttools5-dev qttools5-dev-tools
     libbenchmark-dev fonts-wqy-microhei
 )
 if [[ "${QM_WITH_FUZZ:-0}" == 1 ]]; then

@@ -514,6 +514,53 @@
     </message>
 </context>
 <context>
+    <name>LinkPlot</name>
+    <message>
+        <source>导出 CSV…</source>
+        <translation>导出 CSV…</translation>
+    </message>
+    <message>
+        <source>保存图表…</source>
+        <translation>保存图表…</translation>
+    </message>
+    <message>
+        <source>绘制的数值</source>
+        <translation>绘制的数值</translation>
+    </message>
+    <message>
+        <source>时间范围</source>
+        <translation>时间范围</translation>
+    </message>
+    <message>
+        <source>1 分钟</source>
+        <translation>1 分钟</translation>
+    </message>
+    <message>
+        <source>5 分钟</source>
+        <translation>5 分钟</translation>
+    </message>
+    <message>
+        <source>30 分钟</source>
+        <translation>30 分钟</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>CSV 文件 (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>PNG 图片 (*.png)</source>
+        <translation>PNG 图片 (*.png)</translation>
+    </message>
+    <message>
+        <source>无法写入 %1</source>
+        <translation>无法写入 %1</translation>
+    </message>
+</context>
+<context>
     <name>MDlg</name>
     <message>
         <source>Dialog</source>

@@ -1,10 +1,13 @@
 #include "AppPaths.h"
+#include "LinkPlot.h"
 #include "LogRows.h"
 #include "LogWidget.h"
+#include "Messages.h"
 #include "ModuleSimProcess.h"
 #include "RadioLog.h"
 
 #include <QButtonGroup>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -12,6 +15,8 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
+#include <QtCharts/QChart>
+#include <QtCharts/QLineSeries>
 #include <QtTest>
 
 namespace
@@ -75,6 +80,8 @@ private Q_SLOTS:
     void reconnectsAfterHalfReply();
     void unparsableAddressSendsNothing();
     void floodIsCutOff();
+    void reportReachesPlotAndExport();
+    void plotBreaksAtGapsAndShowsItsWindow();
 
 private:
     // Types the address, picks the radios and presses the connect button;
@@ -348,6 +355,117 @@ void TestLogWidget::floodIsCutOff()
     qInfo("%lld bytes logged", logged);
     QVERIFY2(logged <= 3 * 1024 * 1024, qPrintable(QString::number(logged)));
     QVERIFY(shown(w.data()).isEmpty());
+}
+
+// "name: y y y | y y" per visible line series of the plot, segments apart.
+QStringList plotted(LinkPlot *plot)
+{
+    QMap<QString, QStringList> lines;
+    for (QtCharts::QAbstractSeries *series : plot->chart()->series()) {
+        const auto *line = static_cast<QtCharts::QLineSeries *>(series);
+        if (line->count() == 0)
+            continue;
+        QStringList ys;
+        for (const QPointF &p : line->points())
+            ys.append(QString::number(p.y()));
+        lines[line->name()].append(ys.join(QLatin1Char(' ')));
+    }
+    QStringList out;
+    for (auto it = lines.cbegin(); it != lines.cend(); ++it)
+        out.append(it.key() + QStringLiteral(": ") + it.value().join(QStringLiteral(" | ")));
+    return out;
+}
+
+// Each parsed report reaches the plot's lines; the figure selector switches
+// what they show; a module that stops answering breaks the lines; the
+// export writes the samples and the plot a picture.
+void TestLogWidget::reportReachesPlotAndExport()
+{
+    QTemporaryDir dir;
+    QFile report(dir.filePath(QStringLiteral("report")));
+    QVERIFY(report.open(QIODevice::WriteOnly));
+    report.write(kiteAccessRecord("5", "18", "12") + kiteAccessRecord("9", "6", "19"));
+    report.close();
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ QStringLiteral("--report"), report.fileName() }));
+    QScopedPointer<QWidget> w(new logWidget);
+    w->show();
+    auto *plot = child<LinkPlot>(w.data(), "linkPlot");
+    start(w.data(), sim.address(), "module_kite", "mode_access");
+    QTRY_VERIFY_WITH_TIMEOUT(plotted(plot).size() == 4, 10000);
+    QCOMPARE(plotted(plot).at(0).section(QLatin1Char(' '), 0, 2), QStringLiteral("5 Main: 18"));
+    QVERIFY(plotted(plot).at(1).startsWith(QStringLiteral("5 Second: 12")));
+    QVERIFY(plotted(plot).at(2).startsWith(QStringLiteral("9 Main: 6")));
+    QVERIFY(plotted(plot).at(3).startsWith(QStringLiteral("9 Second: 19")));
+    child<QComboBox>(w.data(), "plotFigure")->setCurrentIndex(int(LinkHistory::Figure::Rsrp));
+    QVERIFY(plotted(plot).at(1).startsWith(QStringLiteral("5 Second: -91")));
+    child<QComboBox>(w.data(), "plotFigure")->setCurrentIndex(int(LinkHistory::Figure::Distance));
+    QVERIFY(plotted(plot).at(2).startsWith(QStringLiteral("9 Main: 1520")));
+
+    // The module goes silent: the next tick without a report breaks the lines.
+    sim.terminate();
+    LinkHistory &history = static_cast<logWidget *>(w.data())->history();
+    QTRY_VERIFY_WITH_TIMEOUT(history.sample(0, history.sampleCount(0) - 1).gap, 10000);
+
+    QStringList asked;
+    QString target = dir.filePath(QStringLiteral("history.csv"));
+    Messages::setFileResponder([&](const QString &caption, const QString &, const QString &filter) {
+        asked.append(caption + QLatin1Char(' ') + filter);
+        return target;
+    });
+    QTest::mouseClick(child<QPushButton>(w.data(), "exportCsv"), Qt::LeftButton);
+    const QStringList lines = QString::fromUtf8(readFile(target)).split(QStringLiteral("\r\n"));
+    QCOMPARE(lines.first(), QStringLiteral("time,node,antenna,rssi,rsrp,snr,power,distance"));
+    const QRegularExpression first(
+        QStringLiteral("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z,5,Main,-61,-88,18,23,1520$"));
+    QVERIFY2(first.match(lines.at(1)).hasMatch(), qPrintable(lines.at(1)));
+    QVERIFY2(lines.at(4).endsWith(QStringLiteral(",9,Second,-64,-91,19,23,1520")), qPrintable(lines.at(4)));
+    QVERIFY2(lines.at(lines.size() - 2).endsWith(QStringLiteral(",9,Second,,,,,")),
+        qPrintable(lines.at(lines.size() - 2)));
+    QCOMPARE(lines.last(), QString());
+
+    target = dir.filePath(QStringLiteral("plot.png"));
+    QTest::mouseClick(child<QPushButton>(w.data(), "savePlot"), Qt::LeftButton);
+    Messages::setFileResponder({});
+    QVERIFY(!QImage(target).isNull());
+    QCOMPARE(asked,
+        QStringList(
+            { QStringLiteral("导出 CSV… CSV 文件 (*.csv)"), QStringLiteral("保存图表… PNG 图片 (*.png)") }));
+}
+
+// The plot's lines break where the history has a gap (a line to zero or
+// across the outage would read as a link that was there), and show only the
+// chosen window, entering it from the sample just before.
+void TestLogWidget::plotBreaksAtGapsAndShowsItsWindow()
+{
+    LinkHistory history;
+    LinkPlot plot(&history);
+    const auto report = [&](qint64 at, int snr) {
+        LinkReport::LinkRecord r;
+        r.node = QStringLiteral("7");
+        r.main = { -61, -88, snr };
+        r.second = { -64, -91, snr - 4 };
+        history.addReport(at, { r });
+    };
+    // Five minutes of history: 4 minutes back, then an outage, then the
+    // last 45 seconds.
+    const qint64 t = Q_INT64_C(1795480319000);
+    report(t - 240000, 25);
+    report(t - 70000, 21);
+    report(t - 50000, 20);
+    history.addGap(t - 48500);
+    history.addGap(t - 47000);
+    report(t - 45000, 9);
+    report(t - 1500, 8);
+    report(t, 7);
+    plot.refresh();
+    QCOMPARE(plotted(&plot), QStringList({ "7 Main: 25 21 20 | 9 8 7", "7 Second: 21 17 16 | 5 4 3" }));
+    plot.findChild<QComboBox *>(QStringLiteral("plotRange"))->setCurrentIndex(0); // 1 minute
+    QCOMPARE(plotted(&plot), QStringList({ "7 Main: 21 20 | 9 8 7", "7 Second: 17 16 | 5 4 3" }));
+    // A new report draws without any other prompting.
+    report(t + 1500, 14);
+    plot.refresh();
+    QCOMPARE(plotted(&plot), QStringList({ "7 Main: 21 20 | 9 8 7 14", "7 Second: 17 16 | 5 4 3 10" }));
 }
 
 QTEST_MAIN(TestLogWidget)

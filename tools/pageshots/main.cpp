@@ -1,9 +1,10 @@
 // quillmark-pageshots OUTDIR [--scale F]: renders every model page with live
 // values from the virtual unit, at the main window's size and at its smallest
-// size, the configuration hub for each radio module kind, and the main window
-// on its connecting screen, to PNG files (offscreen). With --scale the
-// program's scale factor is F (QT_SCALE_FACTOR, as on a high-DPI screen) and
-// the files are named *_xF.png.
+// size, the configuration hub for each radio module kind, the link monitor
+// with its history plot, and the main window on its connecting screen, to PNG
+// files (offscreen). With --scale the program's scale factor is F
+// (QT_SCALE_FACTOR, as on a high-DPI screen) and the files are named
+// *_xF.png. With --link-monitor only the link monitor is rendered.
 #include "AnswerRules.h"
 #include "AppPaths.h"
 #include "CanFrame.h"
@@ -12,6 +13,9 @@
 #include "CustomConfig.h"
 #include "DataWidget.h"
 #include "DeviceData.h"
+#include "DriftingLink.h"
+#include "LogRows.h"
+#include "LogWidget.h"
 #include "MainWindow.h"
 #include "Messages.h"
 #include "ModelInterface.h"
@@ -24,13 +28,22 @@
 #include "UnitModel.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDateTime>
+#include <QElapsedTimer>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTextStream>
 #include <QTranslator>
+
+#include <functional>
 
 namespace
 {
@@ -111,6 +124,98 @@ bool shootSectionPages(const QString &out)
     return ok;
 }
 
+// One record of a Kite module's access report (^DRPR) with these figures.
+QByteArray kiteAccessRecord(const LinkReport::LinkRecord &r)
+{
+    return QStringLiteral(
+        "^DRPR: %1,1,0,\"3\",2,\"4\",\"5\",\"6\",1,\"9\",%2,33,%3,%4,%5,%6,\"%7\",\"%8\",%9\r\n\r\n")
+        .arg(r.node)
+        .arg(r.distance)
+        .arg(r.main.rssi)
+        .arg(r.second.rssi)
+        .arg(r.main.rsrp)
+        .arg(r.second.rsrp)
+        .arg(r.main.snr)
+        .arg(r.second.snr)
+        .arg(r.power)
+        .toLatin1();
+}
+
+void waitFor(const std::function<bool()> &done, int ms)
+{
+    QElapsedTimer t;
+    t.start();
+    while (!done() && t.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+}
+
+// The link monitor polling a drifting link (three nodes, drop-outs, a few
+// unanswered polls) served on 127.0.0.1, its history holding the half hour
+// before, in Chinese and in English, at 1280 x 800 and 1024 x 600, the plot
+// showing 5 and 30 minutes.
+bool shootLinkMonitor(const QString &out)
+{
+    constexpr int kNodes = 3;
+    constexpr int kPast = 30 * 60 * 1000 / LinkHistory::kPollMs;
+    int poll = kPast;
+    QTcpServer server;
+    if (!server.listen(QHostAddress::LocalHost))
+        return false;
+    QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
+        QTcpSocket *socket = server.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [&, socket] {
+            if (!socket->readAll().contains("FormAtcmd_Param_Atcmd="))
+                return;
+            QByteArray reply = QByteArray("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n\r\n")
+                                   .leftJustified(LinkReport::kReplyHeadBytes, ' ');
+            for (const LinkReport::LinkRecord &r : DriftingLink::report(kNodes, poll++))
+                reply += kiteAccessRecord(r);
+            socket->write(reply + "OK\r\n");
+        });
+    });
+    const QString address = QStringLiteral("127.0.0.1:%1").arg(server.serverPort());
+
+    bool ok = true;
+    for (const char *language : { "zh", "en" }) {
+        QTranslator translator;
+        const bool chinese = qstrcmp(language, "zh") == 0;
+        translator.load(AppPaths::file(chinese ? QStringLiteral("/translations/chinese.qm")
+                                               : QStringLiteral("/translations/english.qm")));
+        QApplication::installTranslator(&translator);
+        auto *monitor = new logWidget;
+        monitor->findChild<QLineEdit *>(QStringLiteral("lineEdit_ip"))->setText(address);
+        monitor->findChild<QRadioButton *>(QStringLiteral("mode_access"))->setChecked(true);
+        monitor->show();
+        poll = kPast;
+        DriftingLink::feed(monitor->history(), kNodes, kPast, QDateTime::currentMSecsSinceEpoch());
+        monitor->findChild<QPushButton *>(QStringLiteral("link"))->click();
+        waitFor([&] { return monitor->findChild<LOG_ITEM *>() != nullptr; }, 10000);
+        auto *range = monitor->findChild<QComboBox *>(QStringLiteral("plotRange"));
+        for (const QSize size : { QSize(1280, 800), QSize(1024, 600) }) {
+            for (int r : { 1, 2 }) {
+                range->setCurrentIndex(r);
+                monitor->resize(size);
+                QElapsedTimer settle;
+                settle.start();
+                waitFor([&] { return settle.elapsed() > 300; }, 1000);
+                // Rows are rebuilt on every tick: shoot while they are up.
+                waitFor([&] { return monitor->findChild<LOG_ITEM *>() != nullptr; }, 3000);
+                ok &= save(monitor, size,
+                    QStringLiteral("%1/linkmonitor_%2_%3x%4_%5min.png")
+                        .arg(out, QLatin1String(language))
+                        .arg(size.width())
+                        .arg(size.height())
+                        .arg(r == 1 ? 5 : 30));
+            }
+        }
+        monitor->close(); // deleted on close
+        QApplication::removeTranslator(&translator);
+        QFile::remove(
+            AppPaths::writableFile(LinkReport::logFileName(LinkReport::ReportKind::Access, address)));
+    }
+    return ok;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -126,6 +231,7 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString out = QString::fromLocal8Bit(argv[1]);
+    const bool linkMonitorOnly = argc == 3 && qstrcmp(argv[2], "--link-monitor") == 0;
     // The pictures and model files are those staged beside the program.
     if (qEnvironmentVariableIsEmpty("QUILLMARK_APP_DIR"))
         AppPaths::setAppDir(QStringLiteral(QM_APP_DIR));
@@ -139,6 +245,9 @@ int main(int argc, char **argv)
     QFile sheet(AppPaths::file(QStringLiteral("/config/StyleSheets.qss")));
     if (sheet.open(QIODevice::ReadOnly))
         app.setStyleSheet(QString::fromUtf8(sheet.readAll()));
+
+    if (linkMonitorOnly)
+        return shootLinkMonitor(out) ? 0 : 1;
 
     const QSize full(StartupRules::kWindowWidth, StartupRules::kWindowHeight);
     const QSize smallest(StartupRules::kMinimumWidth, StartupRules::kMinimumHeight);
@@ -250,6 +359,7 @@ int main(int argc, char **argv)
     }
 
     ok &= shootSectionPages(out);
+    ok &= shootLinkMonitor(out);
 
     for (int module = 0; module < 3; ++module) {
         host.data.m_module = module;
