@@ -26,6 +26,7 @@
 #include "SettingPage.h"
 #include "StartupRules.h"
 #include "StatusLine.h"
+#include "StyleSheetFile.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
@@ -118,14 +119,10 @@ ModelInterface *MainWindow::modelPage(int model) const
 void MainWindow::applyStyleSheet()
 {
     m_previousStyleSheet = styleSheet();
-    QFile file(AppPaths::file(QStringLiteral("/config/StyleSheets.qss")));
-    if (!file.open(QIODevice::ReadOnly))
+    const auto sheet = StyleSheetFile::read();
+    if (!sheet)
         return;
-    QByteArray sheet = file.readAll();
-    const int nul = sheet.indexOf('\0');
-    if (nul >= 0)
-        sheet.truncate(nul);
-    m_styleSheet = QString::fromUtf8(sheet);
+    m_styleSheet = *sheet;
     setStyleSheet(m_styleSheet);
 }
 

@@ -5,14 +5,21 @@
 #include "ModuleAddress.h"
 #include "ModuleLabels.h"
 #include "ModuleReplies.h"
+#include "PageHost.h"
 #include "RadioLog.h"
 #include "RadioResources.h"
+#include "StyleSheetFile.h"
+#include "WindowFit.h"
 #include "ui_RFParaConfig.h"
 
+#include <QCursor>
+#include <QDateTime>
+#include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QScreen>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -63,6 +70,9 @@ RFParaConfig::RFParaConfig(QWidget *parent)
 {
     initRadioResources();
     ui->setupUi(this);
+    applyStyleSheet();
+    fitToScreen();
+    ui->refresh_all_progress->hide();
     ui->lineEdit_ip->setText(ModuleAddress::startAddress());
     ui->link->setProperty(kUrgent, false);
 
@@ -86,6 +96,10 @@ RFParaConfig::RFParaConfig(QWidget *parent)
     // lines, also those without a blank.
     ui->display->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     ui->display->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    // The reply gets the larger share; the history beside it holds one line
+    // per command.
+    ui->splitter_console->setStretchFactor(0, 3);
+    ui->splitter_console->setStretchFactor(1, 2);
 
     connect(m_timer, &QTimer::timeout, this, &RFParaConfig::on_timeout);
     connect(m_socket, &QTcpSocket::connected, this, [this] { finishProbe(true); });
@@ -199,8 +213,10 @@ void RFParaConfig::connectionFailed()
 
 void RFParaConfig::setConnected(bool connected)
 {
-    if (!connected)
+    if (!connected) {
         abortReplies();
+        endRefreshAll();
+    }
     ui->link->setProperty(kUrgent, connected);
     ui->link->setStyleSheet(iconStyle(connected ? "disconnect" : "connect", true));
     ui->lineEdit_ip->setEnabled(!connected);
@@ -237,6 +253,7 @@ void RFParaConfig::updateRowButtons()
     }
     ui->drpr_log_create->setEnabled(connected);
     ui->drpr_log_create->setStyleSheet(iconStyle("add", connected));
+    ui->refresh_all->setEnabled(connected);
 }
 
 void RFParaConfig::setDsonscapRowVisible(bool visible)
@@ -260,6 +277,24 @@ void RFParaConfig::showMessage(const QString &title, const QString &text)
     Messages::information(this, title, text);
 }
 
+void RFParaConfig::fitToScreen()
+{
+    QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (screen)
+        setGeometry(WindowFit::place(size(), screen->availableGeometry()));
+}
+
+void RFParaConfig::applyStyleSheet()
+{
+    // The main window's look; a window opened without one reads the same file.
+    if (PageHost *host = PageHost::instance())
+        setStyleSheet(host->dialogStyleSheet());
+    else if (const auto sheet = StyleSheetFile::read())
+        setStyleSheet(*sheet);
+}
+
 // ---- posting ----
 
 QNetworkReply *RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler handler)
@@ -281,6 +316,7 @@ QNetworkReply *RFParaConfig::post(const ModuleForms::Form &form, ReplyHandler ha
         QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
     qCDebug(lcRadio) << "post" << url.toString() << form.body;
     QNetworkReply *reply = m_network->post(request, ModuleForms::bodyBytes(form));
+    m_lastPost = reply;
     // Qt passes the limit on to its network thread only once the request is
     // under way there, and a post starts on the next pass of the event loop:
     // set now, the limit would be lost. Queued behind that start, it arrives
@@ -429,8 +465,12 @@ void RFParaConfig::on_band_config_clicked()
 void RFParaConfig::on_passwd_flush_clicked()
 {
     query(ModuleForms::kQueryLinkKey, [this](const QByteArray &body) {
-        if (const auto key = ModuleReplies::linkKey(body))
+        if (const auto key = ModuleReplies::linkKey(body)) {
             ui->passwd_info->setText(ModuleLabels::currentValue(*key));
+            // A key of up to 64 digits has no place to wrap: on a narrow
+            // screen the label is cut, and its tip shows the whole key.
+            ui->passwd_info->setToolTip(*key);
+        }
     });
 }
 
@@ -582,6 +622,7 @@ void RFParaConfig::on_atCmd_config_clicked()
         showMessage(tr("警告"), tr("请输入AT指令!"));
         return;
     }
+    addToHistory(command);
     post(ModuleForms::atCommand(command), [this](bool failed, const QByteArray &body) {
         if (failed) {
             showMessage(tr("更新"), tr("更新失败"));
@@ -589,4 +630,96 @@ void RFParaConfig::on_atCmd_config_clicked()
         }
         ui->display->setPlainText(ModuleLabels::consoleText(body));
     });
+}
+
+// ---- refresh all ----
+
+QVector<RefreshSequence::Step> RFParaConfig::refreshSteps() const
+{
+    using namespace ModuleForms;
+    const std::pair<QPushButton *, const char *> rows[] = { { ui->device_switch_flush, kQueryModem },
+        { ui->device_restart_flush, kQueryModem }, { ui->band_flush, kQueryBands },
+        { ui->passwd_flush, kQueryLinkKey }, { ui->mode_flush, kQueryNodeType }, { ui->ip_flush, kQueryIp },
+        { ui->hopping_flush, kQueryHopping }, { ui->dstc_flush, kQuerySlotRatio },
+        { ui->dssmtp_flush, kQueryMaxPower }, { ui->group_flush, kQueryLinkGroup },
+        { ui->dsonscap_flush, kQueryCarrier } };
+    QVector<RefreshSequence::Step> steps;
+    for (const auto &row : rows) {
+        // The carrier row exists only on Falcon modules.
+        if (row.first->isVisibleTo(this))
+            steps.append({ row.first->objectName(), QLatin1String(row.second) });
+    }
+    return steps;
+}
+
+void RFParaConfig::on_refresh_all_clicked()
+{
+    if (m_refreshAll.running()) {
+        endRefreshAll();
+        return;
+    }
+    m_refreshAll.start(refreshSteps());
+    ++m_refreshRun;
+    ui->refresh_all->setText(tr("停止"));
+    ui->refresh_all_progress->setRange(0, m_refreshAll.total());
+    ui->refresh_all_progress->setValue(0);
+    ui->refresh_all_progress->show();
+    refreshNext();
+}
+
+void RFParaConfig::refreshNext()
+{
+    while (const auto step = m_refreshAll.next()) {
+        ui->refresh_all_progress->setValue(m_refreshAll.begun());
+        auto *button = findChild<QPushButton *>(step->button);
+        // A row the module's node type does not have stays grey: the user
+        // could not click it either. The node type is asked before them.
+        if (!button || !button->isEnabled())
+            continue;
+        m_lastPost = nullptr;
+        button->click();
+        QNetworkReply *reply = m_lastPost;
+        m_lastPost = nullptr;
+        if (!reply)
+            continue; // nothing went out
+        // Queued: the row's own reply handler has filled its labels first.
+        connect(
+            reply, &QNetworkReply::finished, this,
+            [this, run = m_refreshRun] {
+                if (run == m_refreshRun)
+                    refreshNext();
+            },
+            Qt::QueuedConnection);
+        return;
+    }
+    endRefreshAll();
+}
+
+void RFParaConfig::endRefreshAll()
+{
+    // A query under way still fills its row; nothing after it is asked.
+    m_refreshAll.stop();
+    ++m_refreshRun;
+    ui->refresh_all->setText(tr("全部刷新"));
+    ui->refresh_all_progress->hide();
+}
+
+// ---- console history ----
+
+void RFParaConfig::addToHistory(const QString &command)
+{
+    if (m_history.add(command, QDateTime::currentDateTime()))
+        delete ui->atCmd_history->takeItem(0);
+    ui->atCmd_history->addItem(CommandHistory::line(m_history.entries().constLast()));
+    ui->atCmd_history->scrollToBottom();
+}
+
+void RFParaConfig::on_atCmd_history_itemDoubleClicked(QListWidgetItem *item)
+{
+    // Picked again into the input, not sent: the user may change it first.
+    const QString command = m_history.command(ui->atCmd_history->row(item));
+    if (command.isEmpty())
+        return;
+    ui->atCmd->setText(command);
+    ui->atCmd->setFocus();
 }

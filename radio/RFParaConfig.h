@@ -1,6 +1,8 @@
 #pragma once
 
+#include "CommandHistory.h"
 #include "ModuleForms.h"
+#include "RefreshSequence.h"
 
 #include <QByteArray>
 #include <QList>
@@ -13,6 +15,7 @@ namespace Ui
 class RFParaConfig;
 }
 class QNetworkAccessManager;
+class QListWidgetItem;
 class QNetworkReply;
 class QPushButton;
 class QTcpSocket;
@@ -61,6 +64,8 @@ private Q_SLOTS:
     void on_dsonscap_config_clicked();
     void on_drpr_log_create_clicked();
     void on_atCmd_config_clicked();
+    void on_refresh_all_clicked();
+    void on_atCmd_history_itemDoubleClicked(QListWidgetItem *item);
 
 private:
     using ReplyHandler = std::function<void(bool failed, const QByteArray &body)>;
@@ -93,6 +98,18 @@ private:
     void setDsonscapRowVisible(bool visible);
     void showMessage(const QString &title, const QString &text);
 
+    // Opens on the screen under the pointer, no larger than its free area.
+    void fitToScreen();
+    void applyStyleSheet();
+
+    // "Refresh all": each row's refresh button is clicked in turn, the next
+    // once the previous one's reply is in or has run out of time.
+    QVector<RefreshSequence::Step> refreshSteps() const;
+    void refreshNext();
+    void endRefreshAll();
+
+    void addToHistory(const QString &command);
+
     Ui::RFParaConfig *ui;
     QNetworkAccessManager *m_network;
     QTcpSocket *m_socket;
@@ -104,4 +121,8 @@ private:
     int m_nodeType = -1;
     QList<QPushButton *> m_refreshButtons;
     QList<QPushButton *> m_setButtons;
+    RefreshSequence m_refreshAll;
+    int m_refreshRun = 0; // numbers the runs, so a reply of a stopped run starts nothing
+    QNetworkReply *m_lastPost = nullptr; // what the last click posted, for refresh all
+    CommandHistory m_history;
 };

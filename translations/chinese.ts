@@ -870,6 +870,22 @@
         <source>当前状态: </source>
         <translation>当前状态: </translation>
     </message>
+    <message>
+        <source>全部刷新</source>
+        <translation>全部刷新</translation>
+    </message>
+    <message>
+        <source>停止</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>依次刷新每一行</source>
+        <translation>依次刷新每一行</translation>
+    </message>
+    <message>
+        <source>已发送的指令，双击放回输入框</source>
+        <translation>已发送的指令，双击放回输入框</translation>
+    </message>
 </context>
 <context>
     <name>RFRadioConfig</name>

@@ -870,6 +870,22 @@
         <source>当前状态: </source>
         <translation>Current state: </translation>
     </message>
+    <message>
+        <source>全部刷新</source>
+        <translation>Refresh all</translation>
+    </message>
+    <message>
+        <source>停止</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>依次刷新每一行</source>
+        <translation>Refresh every row in turn</translation>
+    </message>
+    <message>
+        <source>已发送的指令，双击放回输入框</source>
+        <translation>Commands sent; double-click one to put it back in the input</translation>
+    </message>
 </context>
 <context>
     <name>RFRadioConfig</name>

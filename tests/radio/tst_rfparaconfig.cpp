@@ -1,17 +1,24 @@
 // The module window against the simulated module on 127.0.0.1: every click
 // goes through the real window, its forms over TCP and the replies back.
+#include "AppPaths.h"
 #include "Messages.h"
 #include "ModuleSimProcess.h"
 #include "RFParaConfig.h"
+#include "WindowFit.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QNetworkReply>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -84,6 +91,62 @@ private:
     int m_requests = 0;
 };
 
+// The requests the simulated module recorded, byte for byte, in order.
+struct Request {
+    QByteArray path;
+    QByteArray raw;
+    QByteArray body;
+};
+QList<Request> requestsIn(const QByteArray &all)
+{
+    QList<Request> out;
+    int at = 0;
+    while (at < all.size()) {
+        const int headEnd = all.indexOf("\r\n\r\n", at);
+        if (headEnd < 0)
+            break;
+        const QByteArray head = all.mid(at, headEnd - at);
+        int length = 0;
+        for (const QByteArray &line : head.split('\n')) {
+            if (line.toLower().startsWith("content-length:"))
+                length = line.mid(15).trimmed().toInt();
+        }
+        Request r;
+        r.path = head.split(' ').value(1);
+        r.body = all.mid(headEnd + 4, length);
+        r.raw = all.mid(at, headEnd + 4 + length - at);
+        out.append(r);
+        at = headEnd + 4 + length;
+    }
+    return out;
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// The AT forms among the requests; the temperature the window asks for on
+// its own every five seconds is left out.
+QList<Request> atForms(const QByteArray &all)
+{
+    QList<Request> out;
+    for (const Request &r : requestsIn(all)) {
+        if (r.path != "/boafrm/formShellCmdProcess")
+            out.append(r);
+    }
+    return out;
+}
+
+QStringList bodiesOf(const QList<Request> &requests)
+{
+    QStringList out;
+    for (const Request &r : requests)
+        out << QString::fromLatin1(r.path + ' ' + r.body);
+    return out;
+}
+
 // A figure of this process in kB from /proc/self/status ("VmRSS", "VmHWM").
 qint64 statusKb(const char *field)
 {
@@ -130,6 +193,11 @@ private Q_SLOTS:
     void answersLeaveOtherInputsAlone_data();
     void answersLeaveOtherInputsAlone();
     void logButtonOpensAWindowPerPress();
+    void refreshAllAsksEachRowOnceInOrder_data();
+    void refreshAllAsksEachRowOnceInOrder();
+    void refreshAllStops();
+    void consoleHistoryPicksACommandAgain();
+    void opensWithinItsScreenAndFitsANetbook();
     void windowShots();
 
 private:
@@ -150,6 +218,8 @@ void TestRFParaConfig::initTestCase()
 {
     // Where the address field starts; nothing listens there.
     qputenv("QUILLMARK_MODULE_ADDRESS", "127.0.0.1:9");
+    // The program's style sheet, as the window finds it beside the program.
+    AppPaths::setAppDir(QStringLiteral(QM_APP_DIR));
     // The row icons are drawn apart from the window; a missing one is not
     // this test's concern.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.svg.warning=false"));
@@ -213,6 +283,8 @@ void TestRFParaConfig::startsDisconnectedWithGreyRows()
     QCOMPARE(text("ip_info"), zh("当前IP : [    ]"));
     QVERIFY(child<QWidget>("dsonscap_mode")->isHidden());
     QVERIFY(!child<QWidget>("radio_2400M")->isHidden());
+    QVERIFY(!button("refresh_all")->isEnabled());
+    QVERIFY(m_window->styleSheet().contains("QWidget#RFParaConfig"));
 }
 
 void TestRFParaConfig::unreachableModuleFailsToConnect_data()
@@ -709,45 +781,271 @@ void TestRFParaConfig::logButtonOpensAWindowPerPress()
     }
 }
 
-// For a person to look at: with QUILLMARK_SHOTS_DIR set, the window at the
-// main window's size, disconnected, connected with every row refreshed, and
-// in English.
+void TestRFParaConfig::refreshAllAsksEachRowOnceInOrder_data()
+{
+    QTest::addColumn<bool>("falcon");
+    QTest::addColumn<int>("nodeType"); // set before the run; -1 leaves the module's
+    QTest::addColumn<int>("steps"); // rows the run goes through, greyed ones included
+    QTest::addColumn<QStringList>("buttons");
+    QTest::addColumn<QStringList>("sent");
+    const QString form = QStringLiteral("/boafrm/formAtcmdProcess FormAtcmd_Param_Atcmd=%1\r\n");
+    // The restart row asks "AT+CFUN?" as the modem row does: asked once. A
+    // centre node has hopping and the slot ratio, not the maximum power.
+    QTest::newRow("centre node") << false << -1 << 9
+                                 << QStringList { "device_switch_flush", "band_flush", "passwd_flush",
+                                        "mode_flush", "ip_flush", "hopping_flush", "dstc_flush",
+                                        "group_flush" }
+                                 << QStringList { form.arg("AT+CFUN?"), form.arg("AT^DAOCNDI?"),
+                                        form.arg("AT^DAPI?"), form.arg("AT^DDTC?"), form.arg("AT^NETIFCFG?"),
+                                        form.arg("AT^DFHC?"), form.arg("AT^DSTC?"), form.arg("AT^DRPS?") };
+    QTest::newRow("access node") << false << 2 << 9
+                                 << QStringList { "device_switch_flush", "band_flush", "passwd_flush",
+                                        "mode_flush", "ip_flush", "dssmtp_flush", "group_flush" }
+                                 << QStringList { form.arg("AT+CFUN?"), form.arg("AT^DAOCNDI?"),
+                                        form.arg("AT^DAPI?"), form.arg("AT^DDTC?"), form.arg("AT^NETIFCFG?"),
+                                        form.arg("AT^DSSMTP?"), form.arg("AT^DRPS?") };
+    // Falcon modules add the carrier aggregation row at the end.
+    QTest::newRow("falcon centre node")
+        << true << -1 << 10
+        << QStringList { "device_switch_flush", "band_flush", "passwd_flush", "mode_flush", "ip_flush",
+               "hopping_flush", "dstc_flush", "group_flush", "dsonscap_flush" }
+        << QStringList { form.arg("AT+CFUN?"), form.arg("AT^DAOCNDI?"), form.arg("AT^DAPI?"),
+               form.arg("AT^DDTC?"), form.arg("AT^NETIFCFG?"), form.arg("AT^DFHC?"), form.arg("AT^DSTC?"),
+               form.arg("AT^DRPS?"), form.arg("AT^DSONSCAP?") };
+}
+
+// Refresh all sends each query once, in the rows' order, each request byte
+// for byte what the row's own refresh button sends, and nothing else.
+void TestRFParaConfig::refreshAllAsksEachRowOnceInOrder()
+{
+    QFETCH(bool, falcon);
+    QFETCH(int, nodeType);
+    QFETCH(int, steps);
+    QFETCH(QStringList, buttons);
+    QFETCH(QStringList, sent);
+    QTemporaryDir dir;
+    const QString record = dir.filePath("record.bin");
+    ModuleSimProcess sim;
+    QVERIFY(sim.start(falcon ? QStringList { "--kind", "falcon", "--record", record }
+                             : QStringList { "--record", record }));
+    connectTo(sim.address());
+    if (falcon)
+        QTest::mouseClick(child<QCheckBox>("falcon_series"), Qt::LeftButton);
+    if (nodeType >= 0) {
+        child<QComboBox>("mode")->setCurrentIndex(nodeType);
+        QTest::mouseClick(button("mode_config"), Qt::LeftButton);
+        QTRY_COMPARE(text("mode_set_info"), zh("工作类型 : [ 接入节点 ]"));
+        QTRY_VERIFY(nothingInFlight());
+        m_shown.clear(); // the set's "更新成功"
+    }
+    const int before = readFile(record).size();
+
+    QTest::mouseClick(button("refresh_all"), Qt::LeftButton);
+    auto *progress = child<QProgressBar>("refresh_all_progress");
+    QCOMPARE(button("refresh_all")->text(), zh("停止"));
+    QVERIFY(!progress->isHidden());
+    QCOMPARE(progress->maximum(), steps);
+    QCOMPARE(progress->value(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(button("refresh_all")->text(), zh("全部刷新"), 30000);
+    QVERIFY(progress->isHidden());
+    QTRY_VERIFY(nothingInFlight());
+    const QList<Request> run = atForms(readFile(record).mid(before));
+    QCOMPARE(bodiesOf(run), sent);
+    QVERIFY(text("ip_info").startsWith(zh("当前IP: [ ")));
+    QVERIFY(text("passwd_info") != zh("当前值 : [    ]"));
+    QVERIFY(m_shown.isEmpty());
+
+    const int between = readFile(record).size();
+    for (const QString &name : buttons) {
+        QTest::mouseClick(button(qPrintable(name)), Qt::LeftButton);
+        QTRY_VERIFY(nothingInFlight());
+    }
+    const QList<Request> alone = atForms(readFile(record).mid(between));
+    QCOMPARE(alone.size(), run.size());
+    for (int i = 0; i < run.size(); ++i)
+        QCOMPARE(run.at(i).raw, alone.at(i).raw);
+}
+
+// Stop leaves the query under way to finish and asks nothing after it; a
+// disconnect ends a run too.
+void TestRFParaConfig::refreshAllStops()
+{
+    QTemporaryDir dir;
+    const QString record = dir.filePath("record.bin");
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ "--slow", "300", "--record", record }));
+    connectTo(sim.address());
+    QTest::mouseClick(button("refresh_all"), Qt::LeftButton);
+    QVERIFY(!nothingInFlight());
+    QTest::mouseClick(button("refresh_all"), Qt::LeftButton);
+    QCOMPARE(button("refresh_all")->text(), zh("全部刷新"));
+    QVERIFY(child<QProgressBar>("refresh_all_progress")->isHidden());
+    QTRY_COMPARE(text("device_switch_info").startsWith(zh("当前值 : [ ")), true);
+    QTRY_VERIFY(nothingInFlight());
+    // One more query by hand: had the stopped run gone on, its next query
+    // would come before this one.
+    QTest::mouseClick(button("ip_flush"), Qt::LeftButton);
+    QTRY_VERIFY(nothingInFlight());
+    const QString form = QStringLiteral("/boafrm/formAtcmdProcess FormAtcmd_Param_Atcmd=%1\r\n");
+    QCOMPARE(bodiesOf(atForms(readFile(record))),
+        (QStringList { form.arg("AT+CFUN?"), form.arg("AT^NETIFCFG?") }));
+
+    QTest::mouseClick(button("refresh_all"), Qt::LeftButton);
+    QCOMPARE(button("refresh_all")->text(), zh("停止"));
+    QTest::mouseClick(button("link"), Qt::LeftButton);
+    QCOMPARE(button("refresh_all")->text(), zh("全部刷新"));
+    QVERIFY(!button("refresh_all")->isEnabled());
+    QVERIFY(child<QProgressBar>("refresh_all_progress")->isHidden());
+    for (QNetworkReply *reply : m_window->findChildren<QNetworkReply *>())
+        QVERIFY(reply->isFinished());
+}
+
+// The console shows the reply only; the commands go to the history beside
+// it with their times, the oldest leaving after 200, and a double-click puts
+// one back into the input without sending it.
+void TestRFParaConfig::consoleHistoryPicksACommandAgain()
+{
+    QTemporaryDir dir;
+    const QString record = dir.filePath("record.bin");
+    ModuleSimProcess sim;
+    QVERIFY(sim.start({ "--record", record }));
+    connectTo(sim.address());
+    auto *history = child<QListWidget>("atCmd_history");
+    auto *input = child<QLineEdit>("atCmd");
+    const auto send = [&](const char *command) {
+        input->clear();
+        QTest::keyClicks(input, command);
+        QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+    };
+    send("AT^DRPS?");
+    send("AT^DSTC?");
+    QTRY_VERIFY(nothingInFlight());
+    QCOMPARE(history->count(), 2);
+    const QRegularExpression timed(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d  AT\\^DSTC\\?$"));
+    QVERIFY2(timed.match(history->item(1)->text()).hasMatch(), qPrintable(history->item(1)->text()));
+    QVERIFY(history->item(0)->text().endsWith(QStringLiteral("  AT^DRPS?")));
+    QVERIFY(!child<QPlainTextEdit>("display")->toPlainText().contains(QStringLiteral("AT^")));
+
+    const int before = readFile(record).size();
+    input->clear();
+    const QPoint first = history->visualItemRect(history->item(0)).center();
+    QTest::mouseClick(history->viewport(), Qt::LeftButton, Qt::NoModifier, first);
+    QVERIFY(input->text().isEmpty()); // a click only selects
+    QTest::mouseDClick(history->viewport(), Qt::LeftButton, Qt::NoModifier, first);
+    QCOMPARE(input->text(), QStringLiteral("AT^DRPS?"));
+    QCOMPARE(history->count(), 2);
+    for (QNetworkReply *reply : m_window->findChildren<QNetworkReply *>())
+        QCOMPARE(reply->url().path(), QStringLiteral("/boafrm/formShellCmdProcess"));
+    QTRY_VERIFY(nothingInFlight());
+    QVERIFY(atForms(readFile(record).mid(before)).isEmpty());
+
+    for (int i = 0; i < 199; ++i)
+        send("AT+CFUN?");
+    QTRY_VERIFY_WITH_TIMEOUT(nothingInFlight(), 30000);
+    QCOMPARE(history->count(), 200);
+    QVERIFY(history->item(0)->text().endsWith(QStringLiteral("  AT^DSTC?")));
+    QVERIFY(history->item(199)->text().endsWith(QStringLiteral("  AT+CFUN?")));
+    history->scrollToTop();
+    const QPoint oldest = history->visualItemRect(history->item(0)).center();
+    QTest::mouseClick(history->viewport(), Qt::LeftButton, Qt::NoModifier, oldest);
+    QTest::mouseDClick(history->viewport(), Qt::LeftButton, Qt::NoModifier, oldest);
+    QCOMPARE(input->text(), QStringLiteral("AT^DSTC?"));
+}
+
+// The window opens inside its screen's free area (1280 x 800 would not fit
+// the test's screen), and on a 1024 x 600 screen every row's buttons are in
+// view without scrolling sideways, in both languages.
+void TestRFParaConfig::opensWithinItsScreenAndFitsANetbook()
+{
+    QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(m_window->geometry()));
+    for (const bool english : { false, true }) {
+        QTranslator translator;
+        if (english) {
+            QVERIFY(translator.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
+            QApplication::installTranslator(&translator);
+        }
+        RFParaConfig window;
+        window.setGeometry(WindowFit::place(QSize(1280, 800), QRect(0, 0, 1024, 600)));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        auto *area = window.findChild<QScrollArea *>(QStringLiteral("scrollArea"));
+        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+        for (QPushButton *b : window.findChildren<QPushButton *>()) {
+            if (!b->isVisibleTo(&window))
+                continue;
+            if (!area->widget()->isAncestorOf(b)) {
+                QVERIFY2(b->mapTo(&window, QPoint(b->width(), 0)).x() <= window.width(),
+                    qPrintable(b->objectName()));
+                continue;
+            }
+            const QRect inView(b->mapTo(area->viewport(), QPoint(0, 0)), b->size());
+            QVERIFY2(inView.right() < area->viewport()->width(), qPrintable(b->objectName()));
+        }
+        if (english)
+            QApplication::removeTranslator(&translator);
+    }
+}
+
+// For a person to look at: with QUILLMARK_SHOTS_DIR set, the window in
+// both languages at the main window's size and as it opens on a 1024 x 600
+// screen, connected, every row read by "Refresh all" and two console
+// commands in the history; and the Falcon rows at 1024 x 600.
 void TestRFParaConfig::windowShots()
 {
     const QString out = qEnvironmentVariable("QUILLMARK_SHOTS_DIR");
     if (out.isEmpty())
         QSKIP("QUILLMARK_SHOTS_DIR is not set");
-    m_window->resize(1280, 800);
-    QVERIFY(m_window->grab().save(out + "/rfparaconfig_disconnected.png"));
-    for (const bool falcon : { false, true }) {
-        ModuleSimProcess sim;
-        QVERIFY(sim.start(falcon ? QStringList { "--kind", "falcon" } : QStringList()));
-        connectTo(sim.address());
-        if (falcon)
-            QTest::mouseClick(child<QCheckBox>("falcon_series"), Qt::LeftButton);
-        QTest::mouseClick(button("mode_flush"), Qt::LeftButton);
-        QTRY_VERIFY(button("hopping_flush")->isEnabled());
-        for (QPushButton *b : m_window->findChildren<QPushButton *>()) {
-            if (b->objectName().endsWith("_flush") && b->isEnabled())
-                QTest::mouseClick(b, Qt::LeftButton);
+    RFParaConfig *const own = m_window;
+    const QRect netbook = WindowFit::place(QSize(1280, 800), QRect(0, 0, 1024, 600));
+    struct Shot {
+        const char *name;
+        bool english;
+        bool falcon;
+        QSize size;
+    };
+    const Shot shots[] = { { "zh_1280x800", false, false, QSize(1280, 800) },
+        { "zh_1024x600", false, false, netbook.size() }, { "en_1280x800", true, false, QSize(1280, 800) },
+        { "en_1024x600", true, false, netbook.size() }, { "zh_falcon_1024x600", false, true, netbook.size() },
+        { "en_falcon_1024x600", true, true, netbook.size() } };
+    for (const Shot &shot : shots) {
+        QTranslator english;
+        if (shot.english) {
+            QVERIFY(english.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
+            QApplication::installTranslator(&english);
         }
-        child<QLineEdit>("atCmd")->clear();
-        QTest::keyClicks(child<QLineEdit>("atCmd"), "AT^DRPS?");
-        QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
-        QMetaObject::invokeMethod(m_window, "on_timeout");
+        ModuleSimProcess sim;
+        QVERIFY(sim.start(shot.falcon ? QStringList { "--kind", "falcon" } : QStringList()));
+        RFParaConfig window;
+        m_window = &window;
+        window.resize(shot.size);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        connectTo(sim.address());
+        if (shot.falcon)
+            QTest::mouseClick(child<QCheckBox>("falcon_series"), Qt::LeftButton);
+        QTest::mouseClick(button("refresh_all"), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(child<QProgressBar>("refresh_all_progress")->isHidden(), true, 30000);
+        for (const char *command : { "AT^DRPS?", "AT+CFUN?" }) {
+            child<QLineEdit>("atCmd")->clear();
+            QTest::keyClicks(child<QLineEdit>("atCmd"), command);
+            QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
+            QTRY_VERIFY(nothingInFlight());
+        }
+        QMetaObject::invokeMethod(&window, "on_timeout");
         QTRY_VERIFY(!text("temperature").isEmpty());
         QTRY_VERIFY(nothingInFlight());
-        QVERIFY(m_window->grab().save(
-            out + (falcon ? "/rfparaconfig_falcon.png" : "/rfparaconfig_connected.png")));
+        QVERIFY(window.grab().save(out + "/rfparaconfig_" + shot.name + ".png"));
+        // What lies below on a small screen: the console and its history.
+        QScrollBar *rows = child<QScrollArea>("scrollArea")->verticalScrollBar();
+        if (rows->maximum() > 0) {
+            rows->setValue(rows->maximum());
+            QVERIFY(window.grab().save(out + "/rfparaconfig_" + shot.name + "_scrolled.png"));
+        }
         QTest::mouseClick(button("link"), Qt::LeftButton);
+        m_window = own;
+        if (shot.english)
+            QApplication::removeTranslator(&english);
     }
-    QTranslator english;
-    QVERIFY(english.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
-    QApplication::installTranslator(&english);
-    RFParaConfig translated;
-    translated.resize(1280, 800);
-    QVERIFY(translated.grab().save(out + "/rfparaconfig_english.png"));
-    QApplication::removeTranslator(&english);
 }
 
 QTEST_MAIN(TestRFParaConfig)
