@@ -155,6 +155,7 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     const Answer answer = interpretAnswer(code, payload);
     if (!answer.failureText.isEmpty()) {
         qCDebug(lcLink).noquote() << answer.failureText;
+        ++m_refusedAnswers;
         m_status->refused(answer.failureText);
     }
     if (answer.moduleAnswer) {
@@ -220,6 +221,8 @@ void MainWindow::identify(const QString &identifier)
     // otherwise appended to on every load of a model file.
     if (m_reconnected)
         m_data.sbusControlNames.clear();
+    if (m_reconnected)
+        ++m_reconnects;
     m_reconnected = false;
     // A backup holds only what this unit said since it was identified.
     m_unitRecord = DeviceData();
