@@ -219,10 +219,10 @@ void MainWindow::identify(const QString &identifier)
     const DeviceData kept = m_data;
     // A reconnect starts from fresh name lists: the SBUS control names are
     // otherwise appended to on every load of a model file.
-    if (m_reconnected)
+    if (m_reconnected) {
         m_data.sbusControlNames.clear();
-    if (m_reconnected)
         ++m_reconnects;
+    }
     m_reconnected = false;
     // A backup holds only what this unit said since it was identified.
     m_unitRecord = DeviceData();

@@ -55,6 +55,6 @@ if ((rc > 128)); then
     QT_QPA_PLATFORM=offscreen "$build/bin/quillmark-soak" --crashed --out "$out" "$@" 2>/dev/null | tail -n 1
     exit 1
 fi
-grep -E '^soak ' "$out/soak.log" | grep -vE 'sample:' | tail -n 20 || true
+grep -E '^soak ' "$out/soak.log" | grep -vE 'sample:|verdict:' | tail -n 20 || true
 tail -n 1 "$out/soak.log"
 exit "$rc"
