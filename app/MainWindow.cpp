@@ -261,7 +261,26 @@ void MainWindow::unitLost()
     qCDebug(lcApp) << "the unit went away; reopening the port once a second";
     m_status->setConnection(StatusText::Connection::Reconnecting);
     setCentral(m_connectingScreen);
+    retirePages();
     m_reconnectTimer->start();
+}
+
+void MainWindow::retirePages()
+{
+    // Unwritten edits keep their pages: they are asked about once the unit is back.
+    if (m_hub && !m_edits->refresh().isEmpty())
+        return;
+    // Identification builds fresh pages. Freed now, the old pages' memory
+    // serves the new ones; freed only after the new ones were built beside
+    // them, it stayed with the process, several MB for good.
+    for (ModelInterface *&page : m_modelPages) {
+        if (page)
+            page->deleteLater(); // a sequence it started may still be running
+        page = nullptr;
+    }
+    if (m_hub)
+        m_hub->deleteLater();
+    m_hub = nullptr;
 }
 
 void MainWindow::tryReconnect()

@@ -124,6 +124,8 @@ private:
     void handleFrame(quint8 code, const QByteArray &payload);
     void identify(const QString &identifier);
     void unitLost();
+    // Lets the pages go while the unit is away, unless they hold unwritten edits.
+    void retirePages();
     void tryReconnect();
     // The port chooser's choice: open it, remember it in the user's
     // port.xml and identify the unit behind it.

@@ -80,6 +80,7 @@ void TestSoakSeries::csvLineHoldsEveryColumn()
     SoakSample s;
     s.elapsedS = 125.04;
     s.rssMb = 51.456;
+    s.heapMb = 20.004;
     s.cpuPercent = 4.2;
     s.framesCut = 170321;
     s.framesRefused = 3;
@@ -87,8 +88,8 @@ void TestSoakSeries::csvLineHoldsEveryColumn()
     s.reconnectsFailed = 1;
     s.opsDone = 241;
     s.opsFailed = 2;
-    QCOMPARE(SoakSeries::csvHeader().count(QLatin1Char(',')), 9);
-    QCOMPARE(SoakSeries::csvLine(s), QStringLiteral("2.08,125.0,51.46,4.20,170321,3,6,1,241,2"));
+    QCOMPARE(SoakSeries::csvHeader().count(QLatin1Char(',')), 10);
+    QCOMPARE(SoakSeries::csvLine(s), QStringLiteral("2.08,125.0,51.46,20.00,4.20,170321,3,6,1,241,2"));
 }
 
 QTEST_MAIN(TestSoakSeries)

@@ -104,17 +104,23 @@ QImage drawSoakChart(const QVector<SoakSample> &samples, double warmupS, const Q
         }
     };
     auto rss = [](const SoakSample &s) { return s.rssMb; };
+    auto heap = [](const SoakSample &s) { return s.heapMb; };
     auto cpu = [](const SoakSample &s) { return s.cpuPercent; };
 
-    double lo = 0, hi = 0;
+    double lo = 0, hi = 0, heapLo = 0, heapHi = 0;
     range(rss, &lo, &hi);
+    range(heap, &heapLo, &heapHi);
+    lo = std::min(lo, heapLo);
+    hi = std::max(hi, heapHi);
     // At least 2 MB of span: a flat line stays a flat line, not a magnified wobble.
     const double mid = (lo + hi) / 2;
     lo = std::min(lo, mid - 1);
     hi = std::max(hi, mid + 1);
     const QRect top(kLeft, kTop + 24, kWidth - kLeft - kRight, kPanelHeight - 24);
-    const Panel memory = drawPanel(p, top, minutes, lo, hi, QStringLiteral("resident memory (MB)"));
+    const Panel memory = drawPanel(p, top, minutes, lo, hi,
+        QStringLiteral("memory (MB): resident (blue), heap in use (orange)"));
     drawSeries(p, memory, samples, rss, QColor(30, 90, 200));
+    drawSeries(p, memory, samples, heap, QColor(230, 130, 20));
     double slope = 0;
     if (SoakSeries::growthMbPerHour(samples, warmupS, &slope)) {
         // The fitted line through the mean of the fitted samples.

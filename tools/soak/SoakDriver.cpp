@@ -19,6 +19,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <malloc.h>
 
 namespace
 {
@@ -34,6 +35,14 @@ double processCpuMs()
     timespec t {};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
     return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
+}
+
+// What the program holds on the heap (mmapped blocks included); unlike the
+// resident size it falls again when blocks are freed.
+double heapInUseMb()
+{
+    const struct mallinfo2 m = mallinfo2();
+    return double(m.uordblks + m.hblkhd) / (1024.0 * 1024.0);
 }
 
 double residentMb()
@@ -164,6 +173,7 @@ void SoakDriver::sample()
     SoakSample s;
     s.elapsedS = now;
     s.rssMb = residentMb();
+    s.heapMb = heapInUseMb();
     s.cpuPercent = (cpu - m_lastCpuMs) / ((now - m_lastSampleS) * 1000.0) * 100.0;
     s.framesCut = m_window->serialLink()->framesCut();
     s.framesRefused = m_window->refusedAnswers();
@@ -177,8 +187,8 @@ void SoakDriver::sample()
     m_nextSample += m_options.sampleS;
     m_csv.write(SoakSeries::csvLine(s).toUtf8() + '\n');
     m_csv.flush();
-    note(QStringLiteral("sample: rss %1 MB, cpu %2 %, frames cut %3, refused %4, reconnects %5 (%6 failed), "
-                        "operations %7 done, %8 failed")
+    note(QStringLiteral("sample: rss %1 MB, heap %9 MB, cpu %2 %, frames cut %3, refused %4, reconnects %5 "
+                        "(%6 failed), operations %7 done, %8 failed")
              .arg(s.rssMb, 0, 'f', 2)
              .arg(s.cpuPercent, 0, 'f', 2)
              .arg(s.framesCut)
@@ -186,7 +196,8 @@ void SoakDriver::sample()
              .arg(s.reconnects)
              .arg(s.reconnectsFailed)
              .arg(s.opsDone)
-             .arg(s.opsFailed));
+             .arg(s.opsFailed)
+             .arg(s.heapMb, 0, 'f', 2));
     if (!m_unit->running() && !m_busy)
         note(QStringLiteral("the virtual unit is not running"));
 }

@@ -5,23 +5,25 @@ namespace SoakSeries
 
 QString csvHeader()
 {
-    return QStringLiteral("minute,elapsed_s,rss_mb,cpu_percent,frames_cut,frames_refused,reconnects,"
+    return QStringLiteral("minute,elapsed_s,rss_mb,heap_mb,cpu_percent,frames_cut,frames_refused,reconnects,"
                           "reconnects_failed,ops_done,ops_failed");
 }
 
 QString csvLine(const SoakSample &s)
 {
-    return QStringLiteral("%1,%2,%3,%4,%5,%6,%7,%8,%9,%10")
-        .arg(s.elapsedS / 60.0, 0, 'f', 2)
-        .arg(s.elapsedS, 0, 'f', 1)
-        .arg(s.rssMb, 0, 'f', 2)
-        .arg(s.cpuPercent, 0, 'f', 2)
-        .arg(s.framesCut)
-        .arg(s.framesRefused)
-        .arg(s.reconnects)
-        .arg(s.reconnectsFailed)
-        .arg(s.opsDone)
-        .arg(s.opsFailed);
+    return QStringLiteral("%1,%2,%3,%4,%5,")
+               .arg(s.elapsedS / 60.0, 0, 'f', 2)
+               .arg(s.elapsedS, 0, 'f', 1)
+               .arg(s.rssMb, 0, 'f', 2)
+               .arg(s.heapMb, 0, 'f', 2)
+               .arg(s.cpuPercent, 0, 'f', 2)
+        + QStringLiteral("%1,%2,%3,%4,%5,%6")
+              .arg(s.framesCut)
+              .arg(s.framesRefused)
+              .arg(s.reconnects)
+              .arg(s.reconnectsFailed)
+              .arg(s.opsDone)
+              .arg(s.opsFailed);
 }
 
 bool growthMbPerHour(const QVector<SoakSample> &samples, double warmupS, double *slope)

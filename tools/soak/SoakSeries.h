@@ -8,6 +8,7 @@
 struct SoakSample {
     double elapsedS = 0;
     double rssMb = 0;
+    double heapMb = 0; // allocated and not freed: grows with a leak, not with memory kept for reuse
     double cpuPercent = 0; // of one core, over the interval before the sample
     quint64 framesCut = 0; // counters from here on: totals since the start
     quint64 framesRefused = 0;

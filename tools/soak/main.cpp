@@ -57,18 +57,19 @@ QVector<SoakSample> readCsv(const QString &path)
     file.readLine(); // the header
     while (!file.atEnd()) {
         const QList<QByteArray> f = file.readLine().trimmed().split(',');
-        if (f.size() != 10)
+        if (f.size() != 11)
             continue;
         SoakSample s;
         s.elapsedS = f[1].toDouble();
         s.rssMb = f[2].toDouble();
-        s.cpuPercent = f[3].toDouble();
-        s.framesCut = f[4].toULongLong();
-        s.framesRefused = f[5].toULongLong();
-        s.reconnects = f[6].toInt();
-        s.reconnectsFailed = f[7].toInt();
-        s.opsDone = f[8].toInt();
-        s.opsFailed = f[9].toInt();
+        s.heapMb = f[3].toDouble();
+        s.cpuPercent = f[4].toDouble();
+        s.framesCut = f[5].toULongLong();
+        s.framesRefused = f[6].toULongLong();
+        s.reconnects = f[7].toInt();
+        s.reconnectsFailed = f[8].toInt();
+        s.opsDone = f[9].toInt();
+        s.opsFailed = f[10].toInt();
         samples.append(s);
     }
     return samples;
