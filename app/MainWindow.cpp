@@ -152,6 +152,7 @@ void MainWindow::handleFrame(quint8 code, const QByteArray &payload)
     const Answer answer = interpretAnswer(code, payload);
     if (!answer.failureText.isEmpty()) {
         qCDebug(lcLink).noquote() << answer.failureText;
+        ++m_refusedAnswers;
         m_status->refused(answer.failureText);
     }
     if (answer.moduleAnswer) {
@@ -215,8 +216,10 @@ void MainWindow::identify(const QString &identifier)
     const DeviceData kept = m_data;
     // A reconnect starts from fresh name lists: the SBUS control names are
     // otherwise appended to on every load of a model file.
-    if (m_reconnected)
+    if (m_reconnected) {
         m_data.sbusControlNames.clear();
+        ++m_reconnects;
+    }
     m_reconnected = false;
     // A backup holds only what this unit said since it was identified.
     m_unitRecord = DeviceData();
@@ -255,7 +258,26 @@ void MainWindow::unitLost()
     qCDebug(lcApp) << "the unit went away; reopening the port once a second";
     m_status->setConnection(StatusText::Connection::Reconnecting);
     setCentral(m_connectingScreen);
+    retirePages();
     m_reconnectTimer->start();
+}
+
+void MainWindow::retirePages()
+{
+    // Unwritten edits keep their pages: they are asked about once the unit is back.
+    if (m_hub && !m_edits->refresh().isEmpty())
+        return;
+    // Identification builds fresh pages. Freed now, the old pages' memory
+    // serves the new ones; freed only after the new ones were built beside
+    // them, it stayed with the process, several MB for good.
+    for (ModelInterface *&page : m_modelPages) {
+        if (page)
+            page->deleteLater(); // a sequence it started may still be running
+        page = nullptr;
+    }
+    if (m_hub)
+        m_hub->deleteLater();
+    m_hub = nullptr;
 }
 
 void MainWindow::tryReconnect()

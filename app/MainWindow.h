@@ -81,6 +81,11 @@ public:
     // default; --no-reconnect turns it off).
     void setReconnecting(bool on) { m_reconnect = on; }
 
+    // Answers the unit refused (status 0xEE) and units identified again
+    // after the port was lost, since the window opened.
+    quint64 refusedAnswers() const { return m_refusedAnswers; }
+    int reconnects() const { return m_reconnects; }
+
 Q_SIGNALS:
     void signal_information(CodeID code, QByteArray data);
     void signal_saveAllData();
@@ -119,6 +124,8 @@ private:
     void handleFrame(quint8 code, const QByteArray &payload);
     void identify(const QString &identifier);
     void unitLost();
+    // Lets the pages go while the unit is away, unless they hold unwritten edits.
+    void retirePages();
     void tryReconnect();
     // The port chooser's choice: open it, remember it in the user's
     // port.xml and identify the unit behind it.
@@ -154,6 +161,8 @@ private:
     AnsweredParts m_unitAnswers; // what of m_unitRecord the unit said since it was identified
     bool m_reconnect = true;
     bool m_reconnected = false; // the next identification follows a reconnect
+    int m_reconnects = 0;
+    quint64 m_refusedAnswers = 0;
     QTimer *m_reconnectTimer = nullptr;
     StatusLine *m_status = nullptr;
     PortChooser *m_portChooser = nullptr;

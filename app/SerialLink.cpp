@@ -162,7 +162,10 @@ void SerialLink::receive(const FrameHandler &handler)
     const QByteArray bytes = m_port->readAll();
     if (bytes.isEmpty())
         return;
-    m_cutter.feed(bytes, [this](quint8 code, const QByteArray &payload) { m_inbox.enqueue({ code, payload }); });
+    m_cutter.feed(bytes, [this](quint8 code, const QByteArray &payload) {
+        ++m_framesCut;
+        m_inbox.enqueue({ code, payload });
+    });
     if (m_handingOn)
         return;
     m_handingOn = true;

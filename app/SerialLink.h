@@ -56,6 +56,8 @@ public:
     void receive(const FrameHandler &handler);
 
     const QByteArray &pendingBytes() const { return m_cutter.pending(); }
+    // Frames cut from the line since the link was made, across reopens.
+    quint64 framesCut() const { return m_framesCut; }
 
 Q_SIGNALS:
     // Bytes arrived on the port.
@@ -79,4 +81,5 @@ private:
     QString m_portName; // as port.xml or the user gave it
     PortProblem m_problem = PortProblem::None;
     QString m_problemDetail;
+    quint64 m_framesCut = 0;
 };

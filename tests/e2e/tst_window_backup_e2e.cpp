@@ -157,6 +157,10 @@ void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
     // The connecting screen is back while nothing answers.
     QTRY_VERIFY_WITH_TIMEOUT(window.centralWidget()->isAncestorOf(label), 5000);
     QVERIFY(label->isVisible());
+    // Nothing was edited: the pages go while the unit is away, and the fresh
+    // ones are built in their memory instead of beside them.
+    QVERIFY(!window.hub());
+    QVERIFY(!window.modelPage(2));
 
     VunitProcess unit(dir.path());
     QVERIFY(unit.start({ "--model", second }));
