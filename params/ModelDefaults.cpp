@@ -173,7 +173,10 @@ QString modelDefaultsPath(int model)
     return name.isEmpty() ? QString() : AppPaths::file(QStringLiteral("/config/") + name);
 }
 
-bool loadModelDefaults(const QString &path, DeviceData &data)
+namespace
+{
+
+void clearNameLists(DeviceData &data)
 {
     data.channelMapNames.clear();
     data.holdSwitchNames.clear();
@@ -181,14 +184,26 @@ bool loadModelDefaults(const QString &path, DeviceData &data)
     data.hidMapNames.clear();
     // sbusControlNames is deliberately left as it is: loading a model file a
     // second time appends its SBUS control names once more. Keep it so.
+}
 
+} // namespace
+
+bool loadModelDefaults(const QString &path, DeviceData &data)
+{
+    clearNameLists(data);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qCDebug(lcParams) << "model defaults: cannot open" << path;
         return false;
     }
+    loadModelDefaults(&file, data);
+    return true;
+}
 
-    QXmlStreamReader xml(&file);
+void loadModelDefaults(QIODevice *device, DeviceData &data)
+{
+    clearNameLists(data);
+    QXmlStreamReader xml(device);
     while (!xml.atEnd()) {
         xml.readNext();
         if (!xml.isStartElement())
@@ -221,8 +236,9 @@ bool loadModelDefaults(const QString &path, DeviceData &data)
         }
         // Any other element is stepped through; its children are still searched.
     }
-    if (xml.hasError())
-        qCDebug(lcParams) << "model defaults: reading" << path << "stopped at line" << xml.lineNumber() << ":"
-                          << xml.errorString();
-    return true;
+    if (xml.hasError()) {
+        const auto *file = qobject_cast<QFile *>(device);
+        qCDebug(lcParams) << "model defaults: reading" << (file ? file->fileName() : QString())
+                          << "stopped at line" << xml.lineNumber() << ":" << xml.errorString();
+    }
 }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class QIODevice;
 struct DeviceData;
 
 // Each model ships a small XML file in the program's config folder with its
@@ -28,3 +29,5 @@ QString modelDefaultsPath(int model);
 // A malformed document stops the reading at the error; what was read before
 // it stays in the record.
 bool loadModelDefaults(const QString &path, DeviceData &data);
+// The same from an open device (the four lists are cleared here too).
+void loadModelDefaults(QIODevice *device, DeviceData &data);

@@ -10,6 +10,7 @@
 #include <QBuffer>
 #include <QFile>
 #include <QHash>
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
 using FormattedScan::intListPattern;
@@ -374,11 +375,11 @@ QString remember(const QString &current)
     QFile file(filePath());
     if (file.exists()) {
         if (file.open(QIODevice::ReadOnly))
-            return QString::fromLocal8Bit(file.readAll());
+            return fromFileBytes(file.readAll());
         return current;
     }
     if (file.open(QIODevice::WriteOnly))
-        file.write(current.toLocal8Bit());
+        file.write(toFileBytes(current));
     return current;
 }
 
@@ -386,7 +387,22 @@ void store(const QString &path)
 {
     QFile file(filePath());
     if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(path.toLocal8Bit());
+        file.write(toFileBytes(path));
+}
+
+QString fromFileBytes(const QByteArray &bytes)
+{
+    // The text ends at a NUL, as a path does. The locale's codec would take
+    // a leading byte order mark for a header and drop it; here it belongs to
+    // the path that was stored, so it is kept.
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    return QTextCodec::codecForLocale()->toUnicode(
+        bytes.constData(), int(qstrnlen(bytes.constData(), uint(bytes.size()))), &state);
+}
+
+QByteArray toFileBytes(const QString &path)
+{
+    return path.toLocal8Bit();
 }
 
 } // namespace LastPath

@@ -70,4 +70,8 @@ QString remember(const QString &current);
 // Rewrites the file (truncating it) with the path.
 void store(const QString &path);
 
+// The file's bytes as the path they hold, and back.
+QString fromFileBytes(const QByteArray &bytes);
+QByteArray toFileBytes(const QString &path);
+
 } // namespace LastPath

@@ -12,9 +12,13 @@ std::optional<QStringList> readPortNames(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
+    return readPortNames(&file);
+}
 
+QStringList readPortNames(QIODevice *device)
+{
     QStringList names;
-    QXmlStreamReader xml(&file);
+    QXmlStreamReader xml(device);
     while (!xml.atEnd()) {
         if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("port"))
             names.append(xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed());
@@ -28,12 +32,17 @@ bool writePortFile(const QString &path, const QString &name)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    QXmlStreamWriter xml(&file);
+    return writePortFile(&file, name) && file.commit();
+}
+
+bool writePortFile(QIODevice *device, const QString &name)
+{
+    QXmlStreamWriter xml(device);
     xml.setAutoFormatting(true);
     xml.writeStartDocument();
     xml.writeStartElement(QStringLiteral("config"));
     xml.writeTextElement(QStringLiteral("port"), name);
     xml.writeEndElement();
     xml.writeEndDocument();
-    return !xml.hasError() && file.commit();
+    return !xml.hasError();
 }

@@ -48,8 +48,16 @@ bool load(const QString &path, int model, DeviceData &data)
         qCDebug(lcParams) << "open file failed!";
         return false;
     }
+    load(&file, model, data);
+    return true;
+}
+
+void load(QIODevice *device, int model, DeviceData &data)
+{
+    data.pyxChannelNames.clear();
+    data.pyxBitNames.clear();
     const QString element = modelElement(model);
-    QXmlStreamReader xml(&file);
+    QXmlStreamReader xml(device);
     int depth = 0; // > 0 inside the model's element
     while (!xml.atEnd() && !xml.hasError()) {
         xml.readNext();
@@ -72,7 +80,6 @@ bool load(const QString &path, int model, DeviceData &data)
     }
     if (xml.hasError())
         qCDebug(lcParams) << "PyxModule.xml:" << xml.errorString();
-    return true;
 }
 
 } // namespace PyxModuleFile

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QIODevice;
 struct DeviceData;
 
 // config/PyxModule.xml names, per model, the inputs the output module can put
@@ -19,5 +20,7 @@ QString modelElement(int model);
 // Clears pyxChannelNames and pyxBitNames and fills them from the model's
 // element. False when the file cannot be opened (the lists stay empty).
 bool load(const QString &path, int model, DeviceData &data);
+// The same from an open device.
+void load(QIODevice *device, int model, DeviceData &data);
 
 } // namespace PyxModuleFile

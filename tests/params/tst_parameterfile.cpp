@@ -160,6 +160,8 @@ private Q_SLOTS:
     void reportsElementsTakenAndWhereDamageStopped();
     void missingFileIsNotLoaded();
     void lastPathIsRememberedBesideTheProgram();
+    void lastPathKeepsWhatItStarts_data();
+    void lastPathKeepsWhatItStarts();
 };
 
 void TestParameterFile::readerKeepsTheUnitsRules_data()
@@ -458,6 +460,35 @@ void TestParameterFile::lastPathIsRememberedBesideTheProgram()
     QCOMPARE(LastPath::remember("/elsewhere.cfg"), QStringLiteral("/home/pilot/Alder-bench.cfg"));
     LastPath::store("/a.cfg");
     QCOMPARE(LastPath::remember(QString()), QStringLiteral("/a.cfg")); // truncated, not appended
+    AppPaths::setAppDir(QString());
+}
+
+// Found by fuzz_configfiles: the codec dropped a leading byte order mark
+// as a header, so a stored path that began with U+FEFF came back without it.
+void TestParameterFile::lastPathKeepsWhatItStarts_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf/m\xc3\xa9t.cfg")
+                                     << QChar(0xFEFF) + QString::fromUtf8("/m\xc3\xa9t.cfg");
+    QTest::newRow("ends at NUL") << QByteArray("/a.cfg\0/b.cfg", 13) << QStringLiteral("/a.cfg");
+}
+
+void TestParameterFile::lastPathKeepsWhatItStarts()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, path);
+    QTemporaryDir dir;
+    QVERIFY(QDir().mkpath(dir.path() + "/config"));
+    AppPaths::setAppDir(dir.path());
+    QFile f(dir.path() + "/config/lastAddr.tmp");
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+    f.close();
+
+    QCOMPARE(LastPath::remember(QString()), path);
+    LastPath::store(path);
+    QCOMPARE(LastPath::remember(QString()), path);
     AppPaths::setAppDir(QString());
 }
 
