@@ -84,7 +84,7 @@ void drawSeries(QPainter &p, const Panel &panel, const QVector<SoakSample> &samp
 
 QImage drawSoakChart(const QVector<SoakSample> &samples, double warmupS, const QString &title)
 {
-    QImage image(kWidth, kTop + 2 * kPanelHeight + kGap + 50, QImage::Format_RGB32);
+    QImage image(kWidth, kTop + 3 * kPanelHeight + 2 * kGap + 50, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
@@ -96,31 +96,30 @@ QImage drawSoakChart(const QVector<SoakSample> &samples, double warmupS, const Q
         return image;
 
     const double minutes = samples.constLast().elapsedS / 60.0;
+    // The span of a series, at least 2 MB (or 2 %): a flat line stays a flat
+    // line, not a magnified wobble.
     auto range = [&](const std::function<double(const SoakSample &)> &value, double *lo, double *hi) {
         *lo = *hi = value(samples.constFirst());
         for (const SoakSample &s : samples) {
             *lo = std::min(*lo, value(s));
             *hi = std::max(*hi, value(s));
         }
+        const double mid = (*lo + *hi) / 2;
+        *lo = std::min(*lo, mid - 1);
+        *hi = std::max(*hi, mid + 1);
     };
     auto rss = [](const SoakSample &s) { return s.rssMb; };
     auto heap = [](const SoakSample &s) { return s.heapMb; };
     auto cpu = [](const SoakSample &s) { return s.cpuPercent; };
+    auto panelRect = [](int index) {
+        return QRect(kLeft, kTop + 24 + index * (kPanelHeight + kGap), kWidth - kLeft - kRight, kPanelHeight - 24);
+    };
 
-    double lo = 0, hi = 0, heapLo = 0, heapHi = 0;
+    double lo = 0, hi = 0;
     range(rss, &lo, &hi);
-    range(heap, &heapLo, &heapHi);
-    lo = std::min(lo, heapLo);
-    hi = std::max(hi, heapHi);
-    // At least 2 MB of span: a flat line stays a flat line, not a magnified wobble.
-    const double mid = (lo + hi) / 2;
-    lo = std::min(lo, mid - 1);
-    hi = std::max(hi, mid + 1);
-    const QRect top(kLeft, kTop + 24, kWidth - kLeft - kRight, kPanelHeight - 24);
-    const Panel memory = drawPanel(p, top, minutes, lo, hi,
-        QStringLiteral("memory (MB): resident (blue), heap in use (orange)"));
+    const QRect top = panelRect(0);
+    const Panel memory = drawPanel(p, top, minutes, lo, hi, QStringLiteral("resident memory (MB)"));
     drawSeries(p, memory, samples, rss, QColor(30, 90, 200));
-    drawSeries(p, memory, samples, heap, QColor(230, 130, 20));
     double slope = 0;
     if (SoakSeries::growthMbPerHour(samples, warmupS, &slope)) {
         // The fitted line through the mean of the fitted samples.
@@ -140,9 +139,13 @@ QImage drawSoakChart(const QVector<SoakSample> &samples, double warmupS, const Q
             QStringLiteral("fit after the warm-up: %1 MB/h").arg(slope, 0, 'f', 2));
     }
 
+    range(heap, &lo, &hi);
+    const Panel held = drawPanel(p, panelRect(1), minutes, lo, hi, QStringLiteral("heap in use (MB)"));
+    drawSeries(p, held, samples, heap, QColor(230, 130, 20));
+
     range(cpu, &lo, &hi);
-    const QRect bottom(kLeft, top.bottom() + kGap, top.width(), top.height());
-    const Panel share = drawPanel(p, bottom, minutes, 0, std::max(hi, 1.0), QStringLiteral("CPU (% of one core)"));
+    const Panel share
+        = drawPanel(p, panelRect(2), minutes, 0, std::max(hi, 1.0), QStringLiteral("CPU (% of one core)"));
     drawSeries(p, share, samples, cpu, QColor(20, 140, 60));
     return image;
 }

@@ -76,9 +76,10 @@ SoakDriver::SoakDriver(MainWindow *window, UnitRunner *unit, const SoakOptions &
     m_tick->setInterval(1000);
     connect(m_tick, &QTimer::timeout, this, &SoakDriver::tick);
 
-    // The questions are answered yes (write, write the loaded file); a
-    // question about unwritten edits would mean the write did not take, and
-    // is answered by discarding them.
+    // The questions are answered yes (write, write the loaded file). The
+    // question about unwritten edits follows loading the saved file: loading
+    // converts its negative SBUS fixed values, so the pages then differ from
+    // what the write-all sent; it is answered by discarding the edits.
     Messages::setResponder([this](const Messages::Shown &shown) {
         if (shown.kind != Messages::Kind::Dialog)
             note(QStringLiteral("message: %1: %2").arg(shown.title, shown.text));

@@ -117,8 +117,11 @@ int main(int argc, char **argv)
     const auto file = option("file", "Seconds between saving and loading a file (default 300).", "S", "300");
     const auto hangup = option("hangup", "Seconds between hang-ups of the unit (default 600).", "S", "600");
     const auto limit = option("max-growth", "Memory growth per hour that fails (MB, default 1).", "MB", "1");
+    const QCommandLineOption fromCsv(QStringLiteral("from-csv"),
+        QStringLiteral("Do not run: draw the chart and the verdict from DIR/soak.csv of an earlier run."));
     const QCommandLineOption crashed(QStringLiteral("crashed"),
-        QStringLiteral("Do not run: conclude from DIR/soak.csv after the soak process died (the script's use)."));
+        QStringLiteral("With --from-csv: the run's process died; count it as a crash (the script's use)."));
+    p.addOption(fromCsv);
     p.addOption(crashed);
     p.process(app);
 
@@ -134,9 +137,9 @@ int main(int argc, char **argv)
     // The first sample covers the start-up; growth is fitted from the second on.
     const double warmupS = qMax(60, options.sampleS);
 
-    if (p.isSet(crashed))
+    if (p.isSet(fromCsv) || p.isSet(crashed))
         return conclude(readCsv(QDir(options.outDir).filePath(QStringLiteral("soak.csv"))), options.outDir,
-            warmupS, 1, options.maxGrowthMbPerHour);
+            warmupS, p.isSet(crashed) ? 1 : 0, options.maxGrowthMbPerHour);
 
     if (options.minutes <= 0) {
         std::fprintf(stderr, "quillmark-soak: --minutes must be above 0\n");
