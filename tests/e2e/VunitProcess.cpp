@@ -1,12 +1,15 @@
 #include "VunitProcess.h"
 
+#include "AppPaths.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 
 VunitProcess::VunitProcess(const QString &folder)
-    : m_linkPath(folder + QStringLiteral("/unit"))
+    : m_folder(folder)
+    , m_linkPath(folder + QStringLiteral("/unit"))
     , m_recordPath(folder + QStringLiteral("/record.txt"))
 {
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
@@ -95,4 +98,13 @@ bool VunitProcess::writeAppDir(const QString &dir, const QString &port)
     QFile file(dir + QStringLiteral("/config/port.xml"));
     return file.open(QIODevice::WriteOnly)
         && file.write("<?xml version=\"1.0\"?><config><port>" + port.toUtf8() + "</port></config>\n") > 0;
+}
+
+bool VunitProcess::startWithApp(const QStringList &extra)
+{
+    const QString app = m_folder + QStringLiteral("/app");
+    if (!start(extra) || !writeAppDir(app, m_linkPath))
+        return false;
+    AppPaths::setAppDir(app);
+    return true;
 }

@@ -40,8 +40,12 @@ public:
     // config files, the pictures, and a port.xml naming port (the unit's
     // linkPath(), or a port that is not there).
     static bool writeAppDir(const QString &dir, const QString &port);
+    // start(), then the application directory folder/app naming this unit's
+    // link, with the program under test (AppPaths) pointed at it.
+    bool startWithApp(const QStringList &extra = QStringList());
 
 private:
+    QString m_folder;
     QProcess m_process;
     QString m_ptyPath;
     QString m_linkPath;

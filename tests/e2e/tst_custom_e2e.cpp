@@ -99,10 +99,8 @@ void TestCustomEndToEnd::threeFramesSurviveAFactoryReset()
 {
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ QStringLiteral("--model"), QStringLiteral("CEDAR"), QStringLiteral("--module"),
-        QStringLiteral("2") }));
-    QVERIFY(VunitProcess::writeAppDir(dir.path() + QStringLiteral("/app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.path() + QStringLiteral("/app"));
+    QVERIFY(unit.startWithApp(
+        { QStringLiteral("--model"), QStringLiteral("CEDAR"), QStringLiteral("--module"), QStringLiteral("2") }));
     const QString file = dir.path() + QStringLiteral("/three.cfg");
     Messages::setFileResponder([file](const QString &, const QString &, const QString &) { return file; });
 
@@ -203,10 +201,8 @@ void TestCustomEndToEnd::writingRightAfterOpeningKeepsTheUnitsFrames()
 {
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ QStringLiteral("--model"), QStringLiteral("CEDAR"), QStringLiteral("--module"),
-        QStringLiteral("2") }));
-    QVERIFY(VunitProcess::writeAppDir(dir.path() + QStringLiteral("/app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.path() + QStringLiteral("/app"));
+    QVERIFY(unit.startWithApp(
+        { QStringLiteral("--model"), QStringLiteral("CEDAR"), QStringLiteral("--module"), QStringLiteral("2") }));
 
     MainWindow window;
     window.show();

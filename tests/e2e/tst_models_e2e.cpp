@@ -52,10 +52,8 @@ void TestModelsEndToEnd::modelPageFollowsTheUnit()
 
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ QStringLiteral("--model"), model, QStringLiteral("--module"), QString::number(module) }));
-
-    QVERIFY(VunitProcess::writeAppDir(dir.path() + QStringLiteral("/app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.path() + QStringLiteral("/app"));
+    QVERIFY(unit.startWithApp(
+        { QStringLiteral("--model"), model, QStringLiteral("--module"), QString::number(module) }));
 
     MainWindow window;
     window.show();

@@ -56,10 +56,7 @@ private:
 void TestRadioEndToEnd::initTestCase()
 {
     m_unit = new VunitProcess(m_dir.path());
-    QVERIFY(m_unit->start({ "--model", "ROWAN", "--module", "1" }));
-    const QString app = m_dir.path() + "/app";
-    QVERIFY(VunitProcess::writeAppDir(app, m_unit->linkPath()));
-    AppPaths::setAppDir(app);
+    QVERIFY(m_unit->startWithApp({ "--model", "ROWAN", "--module", "1" }));
     Messages::setResponder([this](const Messages::Shown &shown) {
         m_shown << shown.title + '/' + shown.text;
         return m_answer;

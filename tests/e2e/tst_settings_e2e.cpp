@@ -56,10 +56,7 @@ private:
 void TestSettingsEndToEnd::initTestCase()
 {
     m_unit = new VunitProcess(m_dir.path());
-    QVERIFY(m_unit->start({ "--model", "ALDER", "--module", "0" }));
-    const QString app = m_dir.path() + "/app";
-    QVERIFY(VunitProcess::writeAppDir(app, m_unit->linkPath()));
-    AppPaths::setAppDir(app);
+    QVERIFY(m_unit->startWithApp({ "--model", "ALDER", "--module", "0" }));
 
     Messages::setResponder([this](const Messages::Shown &shown) {
         m_dialogs << shown.title + '/' + shown.text;

@@ -84,9 +84,7 @@ void TestSettingsRoundTrip::unitHoldsTheSameAfterResetAndFileLoad()
     QFETCH(QString, model);
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ QStringLiteral("--model"), model }));
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath(QStringLiteral("app")), unit.linkPath()));
-    AppPaths::setAppDir(dir.filePath(QStringLiteral("app")));
+    QVERIFY(unit.startWithApp({ QStringLiteral("--model"), model }));
 
     const QString file = dir.filePath(QStringLiteral("settings.cfg"));
     Messages::setResponder([](const Messages::Shown &) { return true; });

@@ -66,9 +66,7 @@ void TestUnwrittenEditsE2e::returnAsksAboutAnEdit()
 
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ "--model", "ROWAN", "--module", "0" }));
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.filePath("app"));
+    QVERIFY(unit.startWithApp({ "--model", "ROWAN", "--module", "0" }));
 
     QStringList dialogs;
     Messages::setResponder([&](const Messages::Shown &shown) {
@@ -159,9 +157,7 @@ void TestUnwrittenEditsE2e::closingAsksAboutAnEdit()
 {
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ "--model", "CEDAR", "--module", "0" }));
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.filePath("app"));
+    QVERIFY(unit.startWithApp({ "--model", "CEDAR", "--module", "0" }));
     int answer = Stay;
     QStringList texts;
     Messages::setChoiceResponder([&](const Messages::Shown &shown, const QStringList &) {
@@ -204,9 +200,7 @@ void TestUnwrittenEditsE2e::reconnectKeepsThePagesUntilTheHubIsLeft()
 {
     QTemporaryDir dir;
     VunitProcess first(dir.path());
-    QVERIFY(first.start({ "--model", "CEDAR", "--module", "0", "--hangup-after", "6000" }));
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), first.linkPath()));
-    AppPaths::setAppDir(dir.filePath("app"));
+    QVERIFY(first.startWithApp({ "--model", "CEDAR", "--module", "0", "--hangup-after", "6000" }));
     QList<int> answers { Stay, Discard };
     QStringList texts;
     Messages::setChoiceResponder([&](const Messages::Shown &shown, const QStringList &) {

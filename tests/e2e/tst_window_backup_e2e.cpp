@@ -47,12 +47,9 @@ void TestWindowBackupE2e::windowSavesWhatTheCliBacksUpAndBacksUpBeforeWriting()
 {
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ "--model", "LARCH", "--module", "1" }));
+    QVERIFY(unit.startWithApp({ "--model", "LARCH", "--module", "1" }));
     const QString cliFile = dir.filePath("cli.cfg");
     QCOMPARE(QProcess::execute(QStringLiteral(QM_CLI_BIN), { "backup", "--port", unit.linkPath(), cliFile }), 0);
-
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.filePath("app"));
     const QString windowFile = dir.filePath("window.cfg");
     Messages::setResponder([](const Messages::Shown &) { return true; });
     Messages::setFileResponder([&](const QString &, const QString &, const QString &) { return windowFile; });
@@ -90,9 +87,7 @@ void TestWindowBackupE2e::backupHoldsOnlyTheGroupsTheUnitAnswered()
 {
     QTemporaryDir dir;
     VunitProcess unit(dir.path());
-    QVERIFY(unit.start({ "--model", "MAPLE", "--module", "1" }));
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), unit.linkPath()));
-    AppPaths::setAppDir(dir.filePath("app"));
+    QVERIFY(unit.startWithApp({ "--model", "MAPLE", "--module", "1" }));
     Messages::setResponder([](const Messages::Shown &) { return true; });
 
     MainWindow window;
@@ -143,9 +138,7 @@ void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
     QFETCH(int, model);
     QTemporaryDir dir;
     VunitProcess first(dir.path());
-    QVERIFY(first.start({ "--model", "CEDAR", "--hangup-after", "1000" }));
-    QVERIFY(VunitProcess::writeAppDir(dir.filePath("app"), first.linkPath()));
-    AppPaths::setAppDir(dir.filePath("app"));
+    QVERIFY(first.startWithApp({ "--model", "CEDAR", "--hangup-after", "1000" }));
 
     MainWindow window;
     window.show();

@@ -198,7 +198,6 @@ private Q_SLOTS:
     void refreshAllStops();
     void consoleHistoryPicksACommandAgain();
     void opensWithinItsScreenAndFitsANetbook();
-    void windowShots();
 
 private:
     template <typename T> T *child(const char *name) { return m_window->findChild<T *>(QLatin1String(name)); }
@@ -983,68 +982,6 @@ void TestRFParaConfig::opensWithinItsScreenAndFitsANetbook()
         }
         if (english)
             QApplication::removeTranslator(&translator);
-    }
-}
-
-// For a person to look at: with QUILLMARK_SHOTS_DIR set, the window in
-// both languages at the main window's size and as it opens on a 1024 x 600
-// screen, connected, every row read by "Refresh all" and two console
-// commands in the history; and the Falcon rows at 1024 x 600.
-void TestRFParaConfig::windowShots()
-{
-    const QString out = qEnvironmentVariable("QUILLMARK_SHOTS_DIR");
-    if (out.isEmpty())
-        QSKIP("QUILLMARK_SHOTS_DIR is not set");
-    RFParaConfig *const own = m_window;
-    const QRect netbook = WindowFit::place(QSize(1280, 800), QRect(0, 0, 1024, 600));
-    struct Shot {
-        const char *name;
-        bool english;
-        bool falcon;
-        QSize size;
-    };
-    const Shot shots[] = { { "zh_1280x800", false, false, QSize(1280, 800) },
-        { "zh_1024x600", false, false, netbook.size() }, { "en_1280x800", true, false, QSize(1280, 800) },
-        { "en_1024x600", true, false, netbook.size() }, { "zh_falcon_1024x600", false, true, netbook.size() },
-        { "en_falcon_1024x600", true, true, netbook.size() } };
-    for (const Shot &shot : shots) {
-        QTranslator english;
-        if (shot.english) {
-            QVERIFY(english.load(QStringLiteral(QM_APP_DIR "/translations/english.qm")));
-            QApplication::installTranslator(&english);
-        }
-        ModuleSimProcess sim;
-        QVERIFY(sim.start(shot.falcon ? QStringList { "--kind", "falcon" } : QStringList()));
-        RFParaConfig window;
-        m_window = &window;
-        window.resize(shot.size);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        connectTo(sim.address());
-        if (shot.falcon)
-            QTest::mouseClick(child<QCheckBox>("falcon_series"), Qt::LeftButton);
-        QTest::mouseClick(button("refresh_all"), Qt::LeftButton);
-        QTRY_COMPARE_WITH_TIMEOUT(child<QProgressBar>("refresh_all_progress")->isHidden(), true, 30000);
-        for (const char *command : { "AT^DRPS?", "AT+CFUN?" }) {
-            child<QLineEdit>("atCmd")->clear();
-            QTest::keyClicks(child<QLineEdit>("atCmd"), command);
-            QTest::mouseClick(button("atCmd_config"), Qt::LeftButton);
-            QTRY_VERIFY(nothingInFlight());
-        }
-        QMetaObject::invokeMethod(&window, "on_timeout");
-        QTRY_VERIFY(!text("temperature").isEmpty());
-        QTRY_VERIFY(nothingInFlight());
-        QVERIFY(window.grab().save(out + "/rfparaconfig_" + shot.name + ".png"));
-        // What lies below on a small screen: the console and its history.
-        QScrollBar *rows = child<QScrollArea>("scrollArea")->verticalScrollBar();
-        if (rows->maximum() > 0) {
-            rows->setValue(rows->maximum());
-            QVERIFY(window.grab().save(out + "/rfparaconfig_" + shot.name + "_scrolled.png"));
-        }
-        QTest::mouseClick(button("link"), Qt::LeftButton);
-        m_window = own;
-        if (shot.english)
-            QApplication::removeTranslator(&english);
     }
 }
 

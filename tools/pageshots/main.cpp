@@ -4,7 +4,8 @@
 // with its history plot, and the main window on its connecting screen, to PNG
 // files (offscreen). With --scale the program's scale factor is F
 // (QT_SCALE_FACTOR, as on a high-DPI screen) and the files are named
-// *_xF.png. With --link-monitor only the link monitor is rendered.
+// *_xF.png. With --link-monitor only the link monitor is rendered; with
+// --module-window only the radio module window, against the simulated module.
 #include "AnswerRules.h"
 #include "AppPaths.h"
 #include "CanFrame.h"
@@ -20,24 +21,33 @@
 #include "Messages.h"
 #include "ModelInterface.h"
 #include "ModelSpec.h"
+#include "ModuleSimProcess.h"
+#include "RFParaConfig.h"
 #include "RecordHost.h"
 #include "SectionColumn.h"
 #include "Sequences.h"
 #include "SettingPage.h"
 #include "StartupRules.h"
 #include "UnitModel.h"
+#include "WindowFit.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateTime>
 #include <QElapsedTimer>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMouseEvent>
+#include <QNetworkReply>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTextStream>
@@ -216,6 +226,72 @@ bool shootLinkMonitor(const QString &out)
     return ok;
 }
 
+// The radio module window against the simulated module on 127.0.0.1, in
+// both languages at the main window's size and as it opens on a 1024 x 600
+// screen: connected, every row read by "Refresh all" and two console commands
+// in the history; and the Falcon rows at 1024 x 600. On a small screen also
+// scrolled to the bottom, where the console and its history are.
+bool shootModuleWindow(const QString &out)
+{
+    const QRect netbook = WindowFit::place(QSize(1280, 800), QRect(0, 0, 1024, 600));
+    const struct {
+        const char *name;
+        bool english;
+        bool falcon;
+        QSize size;
+    } shots[] = { { "zh_1280x800", false, false, QSize(1280, 800) },
+        { "zh_1024x600", false, false, netbook.size() }, { "en_1280x800", true, false, QSize(1280, 800) },
+        { "en_1024x600", true, false, netbook.size() }, { "zh_falcon_1024x600", false, true, netbook.size() },
+        { "en_falcon_1024x600", true, true, netbook.size() } };
+    // Where the address field starts, before the simulator's is typed in.
+    qputenv("QUILLMARK_MODULE_ADDRESS", "127.0.0.1:9");
+    bool ok = true;
+    for (const auto &shot : shots) {
+        // The window's own texts are Chinese; English comes from its translation.
+        QTranslator translator;
+        if (shot.english && translator.load(AppPaths::file(QStringLiteral("/translations/english.qm"))))
+            QApplication::installTranslator(&translator);
+        ModuleSimProcess sim;
+        if (!sim.start(shot.falcon ? QStringList { QStringLiteral("--kind"), QStringLiteral("falcon") }
+                                   : QStringList())) {
+            QTextStream(stderr) << "quillmark-modulesim did not start\n";
+            return false;
+        }
+        RFParaConfig window;
+        const auto child = [&](const char *name) { return window.findChild<QWidget *>(QLatin1String(name)); };
+        const auto button = [&](const char *name) { return static_cast<QPushButton *>(child(name)); };
+        const auto idle = [&] { return window.findChildren<QNetworkReply *>().isEmpty(); };
+        window.resize(shot.size);
+        window.show();
+        auto *ip = static_cast<QLineEdit *>(child("lineEdit_ip"));
+        ip->setText(sim.address());
+        button("link")->click();
+        waitFor([&] { return button("link")->property("urgent").toBool(); }, 10000);
+        if (shot.falcon)
+            static_cast<QCheckBox *>(child("falcon_series"))->click();
+        button("refresh_all")->click();
+        waitFor([&] { return child("refresh_all_progress")->isHidden(); }, 30000);
+        for (const char *command : { "AT^DRPS?", "AT+CFUN?" }) {
+            static_cast<QLineEdit *>(child("atCmd"))->setText(QLatin1String(command));
+            button("atCmd_config")->click();
+            waitFor(idle, 10000);
+        }
+        QMetaObject::invokeMethod(&window, "on_timeout");
+        waitFor([&] { return !static_cast<QLabel *>(child("temperature"))->text().isEmpty(); }, 10000);
+        waitFor(idle, 10000);
+        const QString base = out + QStringLiteral("/rfparaconfig_") + QLatin1String(shot.name);
+        ok &= save(&window, shot.size, base + QStringLiteral(".png"));
+        QScrollBar *rows = static_cast<QScrollArea *>(child("scrollArea"))->verticalScrollBar();
+        if (rows->maximum() > 0) {
+            rows->setValue(rows->maximum());
+            ok &= save(&window, shot.size, base + QStringLiteral("_scrolled.png"));
+        }
+        button("link")->click();
+        QApplication::removeTranslator(&translator);
+    }
+    return ok;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -227,15 +303,19 @@ int main(int argc, char **argv)
     }
     QApplication app(argc, argv);
     if (argc < 2) {
-        QTextStream(stderr) << "usage: quillmark-pageshots OUTDIR [--scale F]\n";
+        QTextStream(stderr) << "usage: quillmark-pageshots OUTDIR [--scale F | --link-monitor | --module-window]\n";
         return 2;
     }
     const QString out = QString::fromLocal8Bit(argv[1]);
     const bool linkMonitorOnly = argc == 3 && qstrcmp(argv[2], "--link-monitor") == 0;
+    const bool moduleWindowOnly = argc == 3 && qstrcmp(argv[2], "--module-window") == 0;
     // The pictures and model files are those staged beside the program.
     if (qEnvironmentVariableIsEmpty("QUILLMARK_APP_DIR"))
         AppPaths::setAppDir(QStringLiteral(QM_APP_DIR));
     QDir().mkpath(out);
+    // The module window finds its style sheet beside the program itself.
+    if (moduleWindowOnly)
+        return shootModuleWindow(out) ? 0 : 1;
 
     // The program's translation for this locale (English outside zh_CN).
     QTranslator translator;
