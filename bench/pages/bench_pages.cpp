@@ -34,6 +34,7 @@
 #include "Messages.h"
 #include "ModelInterface.h"
 #include "ModelSpec.h"
+#include "ProcessFigures.h"
 #include "Startup.h"
 #include "StartupRules.h"
 #include "UnitModel.h"
@@ -55,7 +56,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
 #include <memory>
 
 namespace
@@ -71,26 +71,6 @@ QString styleSheet()
 {
     QFile file(AppPaths::file(QStringLiteral("/config/StyleSheets.qss")));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-// CPU time of the whole process.
-double cpuMs()
-{
-    timespec t {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-    return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
-}
-
-double residentMb()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    }
-    return 0;
 }
 
 // Counts the paint events Qt delivers and the area they cover.
@@ -212,15 +192,15 @@ void BM_RunningProgram(benchmark::State &state)
         PaintCounter counted;
         received = 0;
         for (auto _ : state) {
-            const double start = cpuMs();
+            const double start = ProcessFigures::cpuMs();
             QEventLoop loop;
             QTimer::singleShot(seconds * 1000, &loop, &QEventLoop::quit);
             loop.exec();
-            cpu += cpuMs() - start;
+            cpu += ProcessFigures::cpuMs() - start;
         }
         reports = received;
         addCounters(state, model, cpu, reports, &counted, kReportHz);
-        state.counters["rss_mb"] = residentMb();
+        state.counters["rss_mb"] = ProcessFigures::residentMb();
     }
     QApplication::removeTranslator(&translator);
     unit.terminate();
@@ -303,12 +283,12 @@ void BM_WindowUpdate(benchmark::State &state)
     live.next = 0; // every run sees the same stretch of the unit's motion
     live.page->setFrameInterval(0); // every report a frame
     PaintCounter counted;
-    const double start = cpuMs();
+    const double start = ProcessFigures::cpuMs();
     for (auto _ : state) {
         live.page->slot_information(ChannelDataReport, live.nextReport());
         QCoreApplication::processEvents();
     }
-    addCounters(state, model, cpuMs() - start, double(state.iterations()), &counted, kFrameHz);
+    addCounters(state, model, ProcessFigures::cpuMs() - start, double(state.iterations()), &counted, kFrameHz);
 }
 
 void BM_DecodeReport(benchmark::State &state)
@@ -318,11 +298,11 @@ void BM_DecodeReport(benchmark::State &state)
     if (!reportsFit(live, state))
         return;
     live.next = 0;
-    const double start = cpuMs();
+    const double start = ProcessFigures::cpuMs();
     live.page->setFrameInterval(0);
     for (auto _ : state)
         live.page->slot_information(ChannelDataReport, live.nextReport());
-    addCounters(state, model, cpuMs() - start, double(state.iterations()), nullptr, kReportHz);
+    addCounters(state, model, ProcessFigures::cpuMs() - start, double(state.iterations()), nullptr, kReportHz);
     QCoreApplication::processEvents(); // the updates the setters asked for
 }
 
@@ -333,12 +313,12 @@ void BM_FullRepaint(benchmark::State &state)
     if (!reportsFit(live, state))
         return;
     QImage image(live.window->size(), QImage::Format_RGB32);
-    const double start = cpuMs();
+    const double start = ProcessFigures::cpuMs();
     for (auto _ : state) {
         live.window->render(&image);
         benchmark::DoNotOptimize(image.constBits());
     }
-    addCounters(state, model, cpuMs() - start, double(state.iterations()), nullptr, kFrameHz);
+    addCounters(state, model, ProcessFigures::cpuMs() - start, double(state.iterations()), nullptr, kFrameHz);
 }
 
 void models(benchmark::internal::Benchmark *b)

@@ -21,16 +21,15 @@
 #include "DriftingLink.h"
 #include "LinkHistory.h"
 #include "LinkPlot.h"
+#include "ProcessFigures.h"
 #include "LinkReport.h"
 #include "ReportGenerator.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFile>
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
 #include <functional>
 
 namespace
@@ -43,25 +42,6 @@ const int kReportsPerHour = [] {
     return kReportsPerMinute * (minutes > 0 ? minutes : 60);
 }();
 constexpr qint64 kStart = Q_INT64_C(1795480319000);
-
-double cpuMs()
-{
-    timespec t {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-    return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
-}
-
-double residentMb()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    }
-    return 0;
-}
 
 // poll(history, n) adds what poll n brought.
 void runHour(benchmark::State &state, int rangeIndex, const std::function<void(LinkHistory &, int)> &poll)
@@ -78,27 +58,27 @@ void runHour(benchmark::State &state, int rangeIndex, const std::function<void(L
         double fullMinute = 0;
         double lastMinute = 0;
         double rssFull = 0;
-        const double begin = cpuMs();
+        const double begin = ProcessFigures::cpuMs();
         for (int n = 0; n < kReportsPerHour; ++n) {
             if (n == fullFrom)
-                rssFull = residentMb();
-            const double before = cpuMs();
+                rssFull = ProcessFigures::residentMb();
+            const double before = ProcessFigures::cpuMs();
             poll(history, n);
             plot.refresh();
             QCoreApplication::processEvents();
-            const double spent = cpuMs() - before;
+            const double spent = ProcessFigures::cpuMs() - before;
             if (n >= fullFrom && n < fullFrom + kReportsPerMinute)
                 fullMinute += spent;
             if (n >= kReportsPerHour - kReportsPerMinute)
                 lastMinute += spent;
         }
-        const double perReport = (cpuMs() - begin) / kReportsPerHour;
+        const double perReport = (ProcessFigures::cpuMs() - begin) / kReportsPerHour;
         state.counters["us_report"] = perReport * 1000;
         state.counters["us_min31"] = fullMinute * 1000 / kReportsPerMinute;
         state.counters["us_last_min"] = lastMinute * 1000 / kReportsPerMinute;
         state.counters["core%"] = perReport / LinkHistory::kPollMs * 100;
         state.counters["history_kb"] = double(history.bytesHeld()) / 1024;
-        state.counters["rss_mb"] = residentMb();
+        state.counters["rss_mb"] = ProcessFigures::residentMb();
         state.counters["rss_min31_mb"] = rssFull;
     }
 }

@@ -5,6 +5,7 @@
 #include "MainWindow.h"
 #include "Messages.h"
 #include "ModelInterface.h"
+#include "ProcessFigures.h"
 #include "SerialLink.h"
 #include "StatusText.h"
 #include "UnitRunner.h"
@@ -12,13 +13,13 @@
 #include <QPushButton>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QLabel>
 #include <QRegularExpression>
 #include <QTimer>
 #include <QtTest/QTest>
 
 #include <cstdio>
-#include <ctime>
 #include <malloc.h>
 
 namespace
@@ -30,13 +31,6 @@ constexpr int kAnswerTimeoutMs = 10000;
 constexpr int kReconnectTimeoutMs = 30000;
 const char *const kOpNames[] = { "hub", "section", "file", "hangup" };
 
-double processCpuMs()
-{
-    timespec t {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-    return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
-}
-
 // What the program holds on the heap (mmapped blocks included); unlike the
 // resident size it falls again when blocks are freed.
 double heapInUseMb()
@@ -45,17 +39,6 @@ double heapInUseMb()
     return double(m.uordblks + m.hblkhd) / (1024.0 * 1024.0);
 }
 
-double residentMb()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
-    }
-    return 0;
-}
 } // namespace
 
 SoakDriver::SoakDriver(MainWindow *window, UnitRunner *unit, const SoakOptions &options, QObject *parent)
@@ -110,7 +93,7 @@ bool SoakDriver::begin()
     note(QStringLiteral("model page up, %1 reports so far; soaking for %2 min").arg(m_reports).arg(m_options.minutes));
 
     m_clock.restart();
-    m_lastCpuMs = processCpuMs();
+    m_lastCpuMs = ProcessFigures::cpuMs();
     m_lastSampleS = 0;
     m_nextSample = m_options.sampleS;
     // Staggered, so that no two operations fall due together.
@@ -170,10 +153,10 @@ void SoakDriver::tick()
 void SoakDriver::sample()
 {
     const double now = elapsedS();
-    const double cpu = processCpuMs();
+    const double cpu = ProcessFigures::cpuMs();
     SoakSample s;
     s.elapsedS = now;
-    s.rssMb = residentMb();
+    s.rssMb = ProcessFigures::residentMb();
     s.heapMb = heapInUseMb();
     s.cpuPercent = (cpu - m_lastCpuMs) / ((now - m_lastSampleS) * 1000.0) * 100.0;
     s.framesCut = m_window->serialLink()->framesCut();
