@@ -20,9 +20,13 @@ if [[ ${1:-} =~ ^[0-9]+(\.[0-9]+)?$ ]]; then
     shift
 fi
 out=$root/soak-out
+out_arg=(--out "$out")
 args=("$@")
 for ((i = 0; i < ${#args[@]}; i++)); do
-    [[ ${args[i]} == --out ]] && out=${args[i + 1]}
+    if [[ ${args[i]} == --out ]]; then
+        out=${args[i + 1]}
+        out_arg=()
+    fi
 done
 
 cmake --build "$build" --target quillmark-soak -j2 >/dev/null
@@ -47,12 +51,12 @@ done
 
 set +e
 DISPLAY=$display QT_QPA_PLATFORM=xcb QT_MESSAGE_PATTERN='%{time process} %{category}: %{message}' \
-    "$build/bin/quillmark-soak" --minutes "$minutes" --out "$out" "$@" >"$out/soak.log" 2>&1
+    "$build/bin/quillmark-soak" --minutes "$minutes" "${out_arg[@]}" "$@" >"$out/soak.log" 2>&1
 rc=$?
 set -e
 if ((rc > 128)); then
     echo "soak.sh: quillmark-soak died (signal $((rc - 128))); see $out/soak.log" >&2
-    QT_QPA_PLATFORM=offscreen "$build/bin/quillmark-soak" --crashed --out "$out" "$@" 2>/dev/null | tail -n 1
+    QT_QPA_PLATFORM=offscreen "$build/bin/quillmark-soak" --crashed "${out_arg[@]}" "$@" 2>/dev/null | tail -n 1
     exit 1
 fi
 grep -E '^soak ' "$out/soak.log" | grep -vE 'sample:|verdict:' | tail -n 20 || true

@@ -11,6 +11,7 @@
 #include "UnitRunner.h"
 
 #include <QPushButton>
+#include <QApplication>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -182,6 +183,10 @@ void SoakDriver::sample()
              .arg(s.opsDone)
              .arg(s.opsFailed)
              .arg(s.heapMb, 0, 'f', 2));
+    // Objects that pile up are the usual leak of a window that lives long.
+    note(QStringLiteral("objects under the window %1, widgets %2")
+             .arg(m_window->findChildren<QObject *>().size())
+             .arg(QApplication::allWidgets().size()));
     if (!m_unit->running() && !m_busy)
         note(QStringLiteral("the virtual unit is not running"));
 }
