@@ -6,6 +6,7 @@
 #include "ModuleAddress.h"
 #include "RadioLog.h"
 #include "RadioResources.h"
+#include "WindowFit.h"
 #include "ui_LogWidget.h"
 
 #include <QAbstractButton>
@@ -70,7 +71,7 @@ logWidget::logWidget(QWidget *parent)
     splitter->setSizes({ 2000, 3000 });
     ui->verticalLayout->addWidget(splitter, 1);
     if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(kStartSize.boundedTo(screen->availableSize()));
+        resize(WindowFit::place(kStartSize, screen->availableGeometry()).size());
     setAttribute(Qt::WA_DeleteOnClose);
     ui->lineEdit_ip->setText(ModuleAddress::startAddress());
     ui->module_kite->setChecked(true);
