@@ -39,6 +39,13 @@ bool hasBackdrop(const QPainter &painter);
 // over it and covers the whole control; call this first then.
 void drawCached(QPainter &painter, const QString &key, const QSize &size, const Paint &paint);
 
+// Like drawCached, but the look is kept by the control alone, and only its
+// latest one: for a control with many looks that change seldom (a pad with
+// five lamps has 64), where the shared cache would fill with looks it may
+// never show again and grow for as long as the program runs. A new key
+// redraws the look once.
+void drawKept(QPainter &painter, const QString &key, const QSize &size, const Paint &paint);
+
 // Puts the backdrop back in area (nothing without a backdrop) and lays the
 // still layer over it there again; for a moving part that is drawn beneath
 // the layer: drawCached, drawUnder for the part's area, the part, drawOver.

@@ -44,7 +44,8 @@ void SteeringWheel::draw(QPainter &painter)
     painter.save();
     painter.setFont(font());
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    // Five flags give at most 32 looks; each is drawn once and kept.
+    // Five lamps and the centre's presence give 64 looks, each as large as
+    // the pad: only the one on show is kept, and redrawn when a lamp changes.
     const int flags
         = int(m_up) | int(m_left) << 1 | int(m_down) << 2 | int(m_right) << 3 | int(m_centre) << 4;
     const QString key = QStringLiteral("SteeringWheel/%1/%2/%3/%4")
@@ -52,7 +53,7 @@ void SteeringWheel::draw(QPainter &painter)
                             .arg(int(m_state != 0))
                             .arg(m_penColor.rgba())
                             .arg(font().key());
-    ControlLayers::drawCached(painter, key, size(), [this](QPainter &p) { drawLook(p); });
+    ControlLayers::drawKept(painter, key, size(), [this](QPainter &p) { drawLook(p); });
     painter.restore();
 }
 

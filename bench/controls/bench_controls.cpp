@@ -6,6 +6,7 @@
 #include "Rocker.h"
 #include "RotaryKnob.h"
 #include "SbusChannel.h"
+#include "SteeringWheel.h"
 #include "Switch.h"
 
 #include <QApplication>
@@ -178,6 +179,32 @@ BENCHMARK(BM_Sticks)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Switches)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Knobs)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Lamps)->Unit(benchmark::kMicrosecond);
+
+// A Larch's pad (176 x 176 on a 1280 x 800 page) keeps only the look it
+// shows: a paint with its lamps unchanged copies that look (Arg 0), a paint
+// after a lamp changed draws the new one first (Arg 1).
+void BM_PadPaint(benchmark::State &state)
+{
+    const bool changing = state.range(0) != 0;
+    SteeringWheel pad(nullptr, 1);
+    pad.resize(176, 176);
+    QImage image(pad.size(), QImage::Format_ARGB32_Premultiplied);
+    int frame = 0;
+    for (auto _ : state) {
+        if (changing) {
+            ++frame;
+            pad.m_up = frame & 1;
+            pad.m_left = frame & 2;
+            pad.m_down = frame & 4;
+            pad.m_right = frame & 8;
+            pad.m_centre = frame & 16;
+        }
+        image.fill(QColor(180, 180, 180));
+        pad.render(&image);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+}
+BENCHMARK(BM_PadPaint)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 void BM_PageFill(benchmark::State &state)
 {

@@ -302,7 +302,8 @@ void TestModelPages::controlsPaintWhatLiesBeneathThem_data()
 
 // The controls paint the page's picture beneath them themselves (so that a
 // live report does not repaint the page): the page must look exactly as with
-// transparent controls, also after a resize has moved every control.
+// transparent controls, also after a resize has moved every control and a
+// report has changed every lamp.
 void TestModelPages::controlsPaintWhatLiesBeneathThem()
 {
     QFETCH(int, model);
@@ -313,6 +314,9 @@ void TestModelPages::controlsPaintWhatLiesBeneathThem()
     deliver(p.data(), report(modelSpec(model), words, 0x5555, 0xAAAA, {}));
     p->grab();
     p->resize(kSmallest);
+    p->grab();
+    // Every lamp and pad direction changes: no control may show a look it kept.
+    deliver(p.data(), report(modelSpec(model), words, 0xAAAA, 0x5555, {}));
     const QImage opaque = p->grab().toImage();
     for (QWidget *control : partsOf<QWidget>(p.data()))
         ControlLayers::setBackdrop(control, QPixmap());
