@@ -39,6 +39,7 @@
 #include <QIcon>
 #include <QPushButton>
 #include <QScreen>
+#include <QStackedWidget>
 #include <QTimer>
 #include <QUrl>
 
@@ -60,6 +61,14 @@ MainWindow::MainWindow(QWidget *parent)
     ui->setupUi(this);
     g_mainWindow = this;
     m_connectingScreen = ui->centralwidget;
+    // The pages take turns in one stack that stays the central widget. Taken
+    // out of the window and put back, a page lost and regained the style
+    // sheet each time: every control in it was polished anew, and each combo
+    // box left new pictures in the style's pixmap cache, for good.
+    m_pageStack = new QStackedWidget(this);
+    m_pageStack->setObjectName(QStringLiteral("pageStack"));
+    m_pageStack->addWidget(takeCentralWidget());
+    setCentralWidget(m_pageStack);
     setWindowIcon(QIcon(QStringLiteral(":/app/quillmark.svg")));
     m_status = new StatusLine(statusBar());
     m_portChooser = new PortChooser(ui->centralwidget);
@@ -391,15 +400,14 @@ void MainWindow::createHub()
 
 void MainWindow::setCentral(QWidget *page)
 {
-    if (QWidget *current = centralWidget()) {
-        if (current == page)
-            return;
-        takeCentralWidget();
-        current->setParent(this);
-        current->hide();
-    }
-    setCentralWidget(page);
-    page->show();
+    if (m_pageStack->indexOf(page) < 0)
+        m_pageStack->addWidget(page);
+    m_pageStack->setCurrentWidget(page);
+}
+
+QWidget *MainWindow::currentPage() const
+{
+    return m_pageStack->currentWidget();
 }
 
 void MainWindow::showHub()

@@ -23,6 +23,7 @@ class PortChooser;
 class SerialLink;
 class StatusLine;
 class canReceive;
+class QStackedWidget;
 class QTimer;
 
 // The one window of the program. It owns the serial link, the parameter
@@ -48,6 +49,8 @@ public:
     SerialLink *serialLink() const { return m_link; }
     ModelInterface *modelPage(int model) const;
     ChannelListenInterface *hub() const;
+    // The page on show: the connecting screen, a model page or the hub.
+    QWidget *currentPage() const;
     canReceive *canReceiveWindow() const { return m_canReceive; }
 
     // What the pages need of the window.
@@ -154,6 +157,7 @@ private:
     QPointer<ChannelListenInterface> m_hub; // the hub deletes itself when closed
     canReceive *m_canReceive = nullptr;
     QWidget *m_connectingScreen = nullptr;
+    QStackedWidget *m_pageStack = nullptr; // the central widget; holds every page
     QString m_lastPath; // of the parameter file, remembered in config/lastAddr.tmp
     bool m_confirmed = false;
     bool m_closing = false;

@@ -10,6 +10,7 @@
 #include "SerialLink.h"
 #include "SettingPage.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTextEdit>
@@ -92,6 +93,9 @@ void TestMainWindow::initTestCase()
     QVERIFY(m_peer.open());
     writePortFile(m_dir.path(), QStringLiteral("<?xml version=\"1.0\"?><config><port>%1</port></config>")
                                     .arg(m_peer.slavePath()));
+    // Styled as delivered: the style sheet decides how controls are polished.
+    QVERIFY(QFile::copy(QStringLiteral(QM_SOURCE_DIR "/config/StyleSheets.qss"),
+        m_dir.path() + QStringLiteral("/config/StyleSheets.qss")));
     AppPaths::setAppDir(m_dir.path());
     Messages::setResponder([this](const Messages::Shown &shown) {
         m_shown.append(shown);
@@ -136,7 +140,7 @@ void TestMainWindow::startupAsksForModuleKindThenIdentity()
     QVERIFY(m_peer.received()[0].atMs - m_constructedAt >= 1000);
     expectSpacing(90);
     QVERIFY(!m_window->modelPage(0));
-    QCOMPARE(m_window->centralWidget()->findChild<QLabel *>("label_state")->text(),
+    QCOMPARE(m_window->currentPage()->findChild<QLabel *>("label_state")->text(),
              QStringLiteral("Remote control unit is connecting..."));
     QCOMPARE(m_window->windowTitle(), QStringLiteral("Brenvo-remote controller 1.5.0"));
 }
@@ -171,7 +175,7 @@ void TestMainWindow::identificationShowsTheModelPage()
     expectFrames({ "e5:0232" });
     QTRY_VERIFY(m_window->hub());
     QCOMPARE(m_window->modelIndex(), 5);
-    QCOMPARE(m_window->centralWidget()->metaObject()->className(), "RowanInterface");
+    QCOMPARE(m_window->currentPage()->metaObject()->className(), "RowanInterface");
     QCOMPARE(m_window->m_data.m_module, 2);
     // Module kind 2: the menu offers the custom output section, not the radio module.
     QCOMPARE(m_window->hub()->menuEntries(), (QVector<int> { 0, 1, 2, 3, 4, 6, 7 }));
@@ -245,12 +249,23 @@ void TestMainWindow::showingTheHubStopsUploadAndReadsSbus1()
     // thread, so a first paint of the hub can make it note the stop late.
     // One wait missing (100 ms) still fails.
     QVERIFY(m_peer.received()[1].atMs - m_peer.received()[0].atMs >= 150);
-    QCOMPARE(m_window->centralWidget(), static_cast<QWidget *>(m_window->hub()));
+    QCOMPARE(m_window->currentPage(), static_cast<QWidget *>(m_window->hub()));
 
     // The return button brings the model page back.
     m_window->hub()->findChild<QPushButton *>("returnButton")->click();
-    QCOMPARE(m_window->centralWidget(), static_cast<QWidget *>(m_window->modelPage(5)));
+    QCOMPARE(m_window->currentPage(), static_cast<QWidget *>(m_window->modelPage(5)));
     QCOMPARE(m_window->hub()->scrollPosition(), 0);
+
+    // Switching pages again leaves the styled controls as they were
+    // polished: a control polished anew gets a new palette, and the style
+    // keeps new pictures of it for every switch.
+    auto *combo = m_window->hub()->findChild<QComboBox *>();
+    QVERIFY(combo && !m_window->appliedStyleSheet().isEmpty());
+    const qint64 palette = combo->palette().cacheKey();
+    m_window->modelPage(5)->findChild<QPushButton *>("channelListen")->click();
+    QCOMPARE(m_window->currentPage(), static_cast<QWidget *>(m_window->hub()));
+    m_window->hub()->findChild<QPushButton *>("returnButton")->click();
+    QCOMPARE(combo->palette().cacheKey(), palette);
 }
 
 void TestMainWindow::writeOfCurrentSectionAsksFirst()

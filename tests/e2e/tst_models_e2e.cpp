@@ -57,7 +57,7 @@ void TestModelsEndToEnd::modelPageFollowsTheUnit()
 
     MainWindow window;
     window.show();
-    QTRY_COMPARE_WITH_TIMEOUT(QByteArray(window.centralWidget()->metaObject()->className()), pageClass, 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(QByteArray(window.currentPage()->metaObject()->className()), pageClass, 10000);
     QCOMPARE(window.m_data.m_module, module);
     QTRY_VERIFY_WITH_TIMEOUT(window.hub(), 5000);
     QVERIFY(!window.m_data.channelMapNames.isEmpty()); // the model's default file was loaded

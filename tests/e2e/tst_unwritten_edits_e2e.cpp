@@ -130,7 +130,7 @@ void TestUnwrittenEditsE2e::returnAsksAboutAnEdit()
     // The question asked about writing; the write's own confirmation is not asked again.
     QVERIFY(!dialogs.contains(QStringLiteral("写入数据")));
 
-    QCOMPARE(window.centralWidget() == hub, staysInHub);
+    QCOMPARE(window.currentPage() == hub, staysInHub);
     QCOMPARE(trim->currentValue(), editShown ? -37.0 : unitValue);
     if (written) {
         // Channel 3's trim is byte 3 of port 1's tuning frame: -37 in sign and magnitude.
@@ -226,7 +226,7 @@ void TestUnwrittenEditsE2e::reconnectKeepsThePagesUntilTheHubIsLeft()
     QTRY_VERIFY_WITH_TIMEOUT(marked(right), 2000);
 
     QTRY_VERIFY_WITH_TIMEOUT(first.process().state() == QProcess::NotRunning, 15000);
-    QTRY_VERIFY_WITH_TIMEOUT(window.centralWidget() != oldHub, 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(window.currentPage() != oldHub, 5000);
     VunitProcess second(dir.path());
     QVERIFY(second.start({ "--model", "CEDAR", "--module", "0" }));
 
@@ -234,7 +234,7 @@ void TestUnwrittenEditsE2e::reconnectKeepsThePagesUntilTheHubIsLeft()
     QTRY_COMPARE_WITH_TIMEOUT(texts.size(), 1, 15000);
     QVERIFY2(texts.first().contains(QStringLiteral("页面将重建")), qPrintable(texts.first()));
     QCOMPARE(window.hub(), oldHub.data());
-    QCOMPARE(window.centralWidget(), oldHub.data());
+    QCOMPARE(window.currentPage(), oldHub.data());
     QCOMPARE(right->currentValue(), edited);
     QVERIFY(marked(right));
     QTest::qWait(300);
@@ -246,7 +246,7 @@ void TestUnwrittenEditsE2e::reconnectKeepsThePagesUntilTheHubIsLeft()
     QCOMPARE(texts.size(), 2);
     QTRY_VERIFY_WITH_TIMEOUT(oldHub.isNull(), 5000);
     QVERIFY(window.hub());
-    QCOMPARE(window.centralWidget(), window.modelPage(2));
+    QCOMPARE(window.currentPage(), window.modelPage(2));
     QTRY_VERIFY_WITH_TIMEOUT(second.find(0xE5, QByteArray::fromHex("0232")) >= 0, 5000);
     QCOMPARE(window.hub()->findChild<MSpinBox *>("rightTrip_9")->currentValue(), unitValue);
     QCOMPARE(second.find(0xA4), -1);

@@ -148,7 +148,7 @@ void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
     QCOMPARE(label->text(), QStringLiteral("Remote control unit is connecting..."));
     QTRY_VERIFY_WITH_TIMEOUT(first.process().state() == QProcess::NotRunning, 10000);
     // The connecting screen is back while nothing answers.
-    QTRY_VERIFY_WITH_TIMEOUT(window.centralWidget()->isAncestorOf(label), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(window.currentPage()->isAncestorOf(label), 5000);
     QVERIFY(label->isVisible());
     // Nothing was edited: the pages go while the unit is away, and the fresh
     // ones are built in their memory instead of beside them.
@@ -158,7 +158,7 @@ void TestWindowBackupE2e::reconnectsToTheUnitThatAppearsOnThePort()
     VunitProcess unit(dir.path());
     QVERIFY(unit.start({ "--model", second }));
     QTRY_VERIFY_WITH_TIMEOUT(
-        window.modelIndex() == model && window.centralWidget() == window.modelPage(model), 15000);
+        window.modelIndex() == model && window.currentPage() == window.modelPage(model), 15000);
     // The new unit's channel reports reach the page: its upload was started again.
     QSignalSpy spy(&window, &MainWindow::signal_information);
     QTRY_VERIFY_WITH_TIMEOUT(std::any_of(spy.cbegin(), spy.cend(),

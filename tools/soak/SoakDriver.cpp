@@ -214,7 +214,7 @@ void SoakDriver::run(Op op)
     }
     // A failed operation may have left the hub shown: the next one starts
     // from the model page again.
-    if (!ok && m_window->hub() && m_window->centralWidget() == m_window->hub()) {
+    if (!ok && m_window->hub() && m_window->currentPage() == m_window->hub()) {
         QString ignored;
         leaveHub(&ignored);
     }
@@ -228,7 +228,7 @@ void SoakDriver::run(Op op)
 bool SoakDriver::onModelPage() const
 {
     const int model = m_window->modelIndex();
-    return model >= 0 && m_window->modelPage(model) && m_window->centralWidget() == m_window->modelPage(model);
+    return model >= 0 && m_window->modelPage(model) && m_window->currentPage() == m_window->modelPage(model);
 }
 
 bool SoakDriver::waitUntil(const std::function<bool()> &done, int timeoutMs)
@@ -274,7 +274,7 @@ bool SoakDriver::enterHub(QString *why)
     }
     const quint64 answers = m_groupAnswers;
     click(button);
-    if (!m_window->hub() || m_window->centralWidget() != m_window->hub()) {
+    if (!m_window->hub() || m_window->currentPage() != m_window->hub()) {
         *why = QStringLiteral("the hub was not shown");
         return false;
     }
@@ -384,7 +384,7 @@ bool SoakDriver::hangUpAndReturn(QString *why)
     since.start();
     m_unit->stop();
     const bool noticed
-        = waitUntil([this] { return m_window->centralWidget()->isAncestorOf(m_connectingLabel); }, kAnswerTimeoutMs);
+        = waitUntil([this] { return m_window->currentPage()->isAncestorOf(m_connectingLabel); }, kAnswerTimeoutMs);
     note(QStringLiteral("hang-up %1 after %2 ms").arg(noticed ? "noticed" : "not noticed").arg(since.elapsed()));
     if (!noticed) {
         *why = QStringLiteral("the window did not notice the hang-up");
