@@ -38,6 +38,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QPushButton>
+#include <QPixmapCache>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QTimer>
@@ -218,6 +219,7 @@ void MainWindow::identify(const QString &identifier)
         m_hub->deleteLater();
         m_hub = nullptr;
     }
+    forgetPagePictures();
 
     // The same unit back after a reconnect keeps the record as it stood;
     // setting the hub up again would load the model's defaults over it.
@@ -287,6 +289,17 @@ void MainWindow::retirePages()
     if (m_hub)
         m_hub->deleteLater();
     m_hub = nullptr;
+    forgetPagePictures();
+}
+
+void MainWindow::forgetPagePictures()
+{
+    // The style keeps pictures of combo boxes and frames in Qt's pixmap
+    // cache under each control's palette; no control has the old pages'
+    // palettes any more, yet their pictures would stay until the cache is
+    // full (10 MB), growing the process by some 400 KB a reconnect. The
+    // controls on show draw theirs again once.
+    QPixmapCache::clear();
 }
 
 void MainWindow::tryReconnect()

@@ -138,6 +138,7 @@ private:
     void showLinkState();
     void createHub();
     void setCentral(QWidget *page);
+    void forgetPagePictures();
     int currentSection() const;
     // Writes the page of a hub section, after its confirmation or a question
     // that already asked.
