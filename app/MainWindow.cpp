@@ -295,12 +295,10 @@ void MainWindow::retirePages()
 void MainWindow::forgetPagePictures()
 {
     // The style keeps pictures of combo boxes and frames in Qt's pixmap
-    // cache under each control's own palette (the style sheet gives every
-    // control one): one set per control and state, some 1 MB for the hub's
-    // sections. Those of pages let go can never be shown again, yet stayed
-    // until the cache was full (10 MB), some 400 KB more at every
-    // reconnect. The controls on show draw theirs again once, in
-    // microseconds each.
+    // cache under each control's palette; no control has the old pages'
+    // palettes any more, yet their pictures would stay until the cache is
+    // full (10 MB), growing the process by some 400 KB a reconnect. The
+    // controls on show draw theirs again once.
     QPixmapCache::clear();
 }
 
@@ -441,11 +439,8 @@ void MainWindow::showModelPage()
         identify(m_heldIdentity);
         return;
     }
-    if (ModelInterface *page = modelPage(m_modelIndex)) {
+    if (ModelInterface *page = modelPage(m_modelIndex))
         setCentral(page);
-        // The live view may run for hours: without the hub's pictures.
-        forgetPagePictures();
-    }
 }
 
 int MainWindow::currentSection() const
